@@ -10,14 +10,25 @@
  * No language-level class, exception or allocator crosses, so any language and compiler can take
  * part on either side.
  *
+ * A longer interface repeats the slots of the one that it extends, so a reference to it may be cast
+ * to the shorter one.
+ *
  * Rules that hold for every slot and export, unless its own text says otherwise:
  *   - Functions use the platform's default C calling convention.
  *   - A required pointer that is null gives RC_NULL_POINTER before anything else happens.
  *   - A reference given back through an out-address belongs to the caller, who owes one release.
  *     A reference passed in is borrowed for the call; a callee that keeps it adds its own.
- *   - Text is UTF-16. Lengths and counts are in units and elements, never in bytes.
- *   - addReference and release are safe from any thread; everything else about an object belongs to
- *     one thread at a time.
+ *   - Text is UTF-16: an IVaskString, or a `const char16_t*` that ends in a null character. Lengths
+ *     and counts are in units and elements, never in bytes.
+ *   - Result codes are listed in the order in which their checks run.
+ *   - RC_UNSPECIFIED (from an object with a last error: RC_SEE_LAST_ERROR) is possible everywhere,
+ *     when something unforeseen such as a lack of memory ends a call. It is listed only where it
+ *     has further reasons.
+ *
+ * What stands in brackets before a function tells which threads may call it and whether it waits:
+ *   [any thread]            also while other calls run, on the same object too
+ *   [one thread at a time]  calls on the same object must not overlap; which thread it is, is free
+ *   [...; waits]            the call may wait for another process or thread; its text says which
  */
 #ifndef TARVO_BASE_H
 #define TARVO_BASE_H
@@ -93,14 +104,13 @@ typedef struct IVaskInterfaceTable {
 
     /* [one thread at a time] Asks the object for another of its interfaces.
      *   interfaceId         the identifier of the interface wanted (identifiers.h)
-     *   interfaceReference  out: a reference with one reference for the caller; null on every
-     * failure RC_OK, RC_NULL_POINTER (either address is null), RC_NO_INTERFACE (the object hasn't
-     * got it). */
+     *   interfaceReference  out: the interface, with one reference for the caller; null on failure
+     * RC_OK, RC_NULL_POINTER (either address), RC_NO_INTERFACE (the object hasn't got it). */
     TarvoResult (*queryInterface)(void* me, const TarvoUUID* interfaceId,
                                   IVaskInterface** interfaceReference);
 
     /* [one thread at a time] Gives the error behind the last RC_SEE_LAST_ERROR of this object.
-     *   error  out: a reference with one reference for the caller; untouched on failure
+     *   error  out: the error, with one reference for the caller; untouched on failure
      * RC_OK, RC_NULL_POINTER, RC_NOT_AVAILABLE (no error is recorded). */
     TarvoResult (*getLastError)(void* me, IVaskError** error);
 } IVaskInterfaceTable;
@@ -141,13 +151,14 @@ typedef struct IVaskString {
  * IVaskString* or IVaskValue* of element i. Which of them an operation wants stands in its text. */
 typedef struct IVaskArrayTable {
     /* [one thread at a time] Gives the elements.
-     *   elements  out: pointer to the first element, valid until the next `resize`; may be null
-     * when the count is 0 count     out: number of elements */
+     *   elements  out: the first element, valid until the next `resize`; of no meaning
+     *             with a count of 0
+     *   count     out: number of elements */
     void (*get)(void* me, void** elements, uint32_t* count);
 
     /* [one thread at a time] Makes the array `count` elements long. The front stays as it is, new
      * elements are zero or empty.
-     *   elements  out: pointer to the first element, valid until the next `resize`
+     *   elements  out: the first element, valid until the next `resize`
      * RC_OK, RC_OUT_OF_MEMORY (the array is as it was). */
     TarvoResult (*resize)(void* me, uint32_t count, void** elements);
 } IVaskArrayTable;
