@@ -1,0 +1,26 @@
+// Modules: loading others by path, and knowing where the one lies that holds this code.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+using ModuleHandle = void*;
+
+// Loads a module and everything it needs, or gives null. A module that is loaded already gets one
+// more reference.
+ModuleHandle loadModule(std::u16string_view path);
+
+// Null if the module exports no such name.
+void* findSymbol(ModuleHandle module, const char* name);
+
+// Gives back what loadModule gave. Null is allowed.
+void freeModule(ModuleHandle module);
+
+// The full path of the module that holds this code: the library, or the program that it is linked
+// into. The same for the life of the process, whatever becomes of the current folder. Empty if it
+// can't be had.
+std::u16string ownModulePath();
+
+} // namespace platform

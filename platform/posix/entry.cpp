@@ -1,0 +1,9 @@
+#include "platform/entry.h"
+
+namespace {
+
+[[gnu::constructor]] void attach() {
+    platform::libraryAttached();
+}
+
+} // namespace

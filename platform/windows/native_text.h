@@ -1,0 +1,18 @@
+// Text as the Windows functions take and give it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <windows.h>
+
+namespace platform {
+
+inline std::wstring nativeText(std::u16string_view text) {
+    return {text.begin(), text.end()};
+}
+
+inline std::u16string fromNativeText(std::wstring_view text) {
+    return {text.begin(), text.end()};
+}
+
+} // namespace platform
