@@ -58,6 +58,14 @@
 #define TARVO_EXPORT
 #endif
 
+/* Marks an entry point that another library offers to this one: a component library, say. Whoever
+ * defines the function exports it thereby. */
+#ifdef _WIN32
+#define TARVO_ENTRY_POINT __declspec(dllexport)
+#else
+#define TARVO_ENTRY_POINT TARVO_EXPORT
+#endif
+
 TARVO_BEGIN_DECLARATIONS
 
 /* 0 for success, otherwise one of the codes of result.h, or a code of a plug-in's own that the

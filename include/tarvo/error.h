@@ -13,7 +13,7 @@ TARVO_BEGIN_DECLARATIONS
 /* ---- IVaskError: one failure ---------------------------------------------------------------- */
 
 /* A component may implement it for its own getLastError. Where it can't give one of the texts it
- * answers with RC_SEE_LAST_ERROR, and whoever prints the error puts a phrase in the text's place. */
+ * answers with RC_SEE_LAST_ERROR; whoever prints the error puts a phrase in the text's place. */
 typedef struct IVaskErrorTable {
     /* [any thread] As in ITarvoBase. */
     void (*addReference)(void* me);
