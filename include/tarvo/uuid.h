@@ -21,11 +21,11 @@ TARVO_EXPORT vaskGenUUIDFunction vaskGenUUID;
 typedef TarvoResult vaskStringFromUUIDFunction(const TarvoUUID* uuid, IVaskString* text);
 TARVO_EXPORT vaskStringFromUUIDFunction vaskStringFromUUID;
 
-/* [any thread] Reads an identifier. Digits of either case are taken, and nothing behind the last
- * digit is looked at: a missing closing brace or more text does no harm.
+/* [any thread] Reads an identifier. Lenient: it takes digits of either case and blanks before a pair
+ * of digits, and looks at nothing behind the last digit, not even for the closing brace.
  *   text  null-terminated
- *   uuid  out: the identifier; all zero on failure; the address must be valid, it isn't tested
- * RC_OK, RC_NULL_POINTER (text is null), RC_INVALID_ARGUMENT (not an identifier). */
+ *   uuid  out: the identifier; all zero on failure
+ * RC_OK, RC_NULL_POINTER (uuid or text), RC_INVALID_ARGUMENT (not an identifier). */
 typedef TarvoResult vaskUUIDFromStringFunction(const char16_t* text, TarvoUUID* uuid);
 TARVO_EXPORT vaskUUIDFromStringFunction vaskUUIDFromString;
 

@@ -1,0 +1,2 @@
+/* The places of the slots, as a C compiler lays them out. */
+#include "layout.h"
