@@ -9,7 +9,12 @@
 
 #include "base.h"
 
-enum {
+#ifdef __cplusplus
+enum : TarvoResult
+#else
+enum
+#endif
+{
     RC_OK = 0,             /* success */
     RC_SEE_LAST_ERROR = 1, /* ask the failing object's getLastError */
 

@@ -1,0 +1,172 @@
+// The bases of the library's objects: a reference count, the interface pair or pairs that callers
+// see, and, for objects with several interfaces, the map by which they are found. The language's
+// own virtual table holds the destructor alone; callers see nothing of it.
+#pragma once
+
+#include "core/slot.h"
+#include "tarvo/base.h"
+#include "tarvo/error.h"
+#include "tarvo/identification.h"
+#include "tarvo/identifiers.h"
+#include "tarvo/reference.hpp"
+#include "tarvo/text.hpp"
+
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace TARVO {
+
+using tarvo::Reference;
+
+// Identifiers compare by their bytes in memory order.
+struct UUIDLess {
+    bool operator()(const UUID& left, const UUID& right) const noexcept {
+        return std::memcmp(left.bytes, right.bytes, sizeof left.bytes) < 0;
+    }
+};
+
+// An object with one interface, I, derived from ITarvoBase. It starts with no reference: whoever
+// makes it and hands it out adds the first.
+template <class T, class I>
+class TarvoBaseImpl {
+  public:
+    using Table = std::remove_pointer_t<decltype(I::table)>;
+
+    TarvoBaseImpl(const TarvoBaseImpl&) = delete;
+    TarvoBaseImpl& operator=(const TarvoBaseImpl&) = delete;
+
+    void addReference() noexcept { references_.fetch_add(1); }
+    void release() noexcept {
+        if (references_.fetch_sub(1) == 1)
+            delete this;
+    }
+
+    I* pair() noexcept { return &pair_; }
+
+  protected:
+    explicit TarvoBaseImpl(Table* table) noexcept : pair_{static_cast<T*>(this), table} {}
+    virtual ~TarvoBaseImpl() = default;
+
+  private:
+    std::atomic<std::uint32_t> references_ = 0;
+    I pair_;
+};
+
+// Makes an object and holds its first reference.
+template <class T, class... Arguments>
+Reference<T> makeObject(Arguments&&... arguments) {
+    return Reference<T>::share(new T(std::forward<Arguments>(arguments)...));
+}
+
+// Gives the reference on an object to the caller's out-address.
+template <class T, class I>
+void handOut(Reference<T> object, I** out) noexcept {
+    *out = object.detach()->pair();
+}
+
+// An object that is found through IVaskInterface and may have further interfaces, which derived
+// classes enter into the map. All of them share one count.
+template <class T>
+class VaskBaseImpl {
+  public:
+    VaskBaseImpl(const VaskBaseImpl&) = delete;
+    VaskBaseImpl& operator=(const VaskBaseImpl&) = delete;
+
+    void addReference() noexcept { references_.fetch_add(1); }
+    void release() noexcept {
+        if (references_.fetch_sub(1) == 1)
+            delete this;
+    }
+
+    Result queryInterface(const UUID* interfaceId, IVaskInterface** interfaceReference) noexcept {
+        if (interfaceReference == nullptr)
+            return RC_NULL_POINTER;
+        *interfaceReference = nullptr;
+        if (interfaceId == nullptr)
+            return RC_NULL_POINTER;
+        const auto found = interfaces_.find(*interfaceId);
+        if (found == interfaces_.end())
+            return RC_NO_INTERFACE;
+        *interfaceReference = found->second;
+        found->second->table->addReference(found->second->me);
+        return RC_OK;
+    }
+
+    Result getLastError(IVaskError** error) noexcept {
+        if (error == nullptr)
+            return RC_NULL_POINTER;
+        if (!lastError_)
+            return RC_NOT_AVAILABLE;
+        *error = Reference(lastError_).detach();
+        return RC_OK;
+    }
+
+    IVaskInterface* pair() noexcept { return &pair_; }
+
+  protected:
+    VaskBaseImpl() : pair_{static_cast<T*>(this), &kTable} {
+        enterInterface(kIVaskInterfaceId, &pair_);
+    }
+    virtual ~VaskBaseImpl() = default;
+
+    // Every interface begins with the slots of IVaskInterface, so its pair serves as one.
+    template <class I>
+    void enterInterface(const UUID& interfaceId, I* interfacePair) {
+        interfaces_.insert_or_assign(interfaceId, reinterpret_cast<IVaskInterface*>(interfacePair));
+    }
+
+  private:
+    static constexpr IVaskInterfaceTable kTable = {
+        .addReference = slot<T, &VaskBaseImpl::addReference>,
+        .release = slot<T, &VaskBaseImpl::release>,
+        .queryInterface = slot<T, &VaskBaseImpl::queryInterface>,
+        .getLastError = slot<T, &VaskBaseImpl::getLastError>,
+    };
+
+    IVaskInterface pair_;
+    std::atomic<std::uint32_t> references_ = 0;
+    Reference<IVaskError> lastError_;
+    std::map<UUID, IVaskInterface*, UUIDLess> interfaces_;
+};
+
+// An object with a name and a description of its own, which callers can read and not change.
+template <class T>
+class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
+  public:
+    Result getComponentName(IVaskString* name) {
+        return name == nullptr ? RC_NULL_POINTER : tarvo::setText(name, name_);
+    }
+    Result getComponentDescription(IVaskString* description) {
+        return description == nullptr ? RC_NULL_POINTER : tarvo::setText(description, description_);
+    }
+    Result refuseText(IVaskString*) noexcept { return RC_READ_ONLY; }
+
+  protected:
+    explicit ReadOnlyNamedVaskBaseImpl(std::u16string_view name,
+                                       std::u16string_view description = {})
+        : identification_{static_cast<T*>(this), &kTable}, name_(name), description_(description) {
+        this->enterInterface(kITarvoIdentificationId, &identification_);
+    }
+
+  private:
+    static constexpr ITarvoIdentificationTable kTable = {
+        .addReference = slot<T, &ReadOnlyNamedVaskBaseImpl::addReference>,
+        .release = slot<T, &ReadOnlyNamedVaskBaseImpl::release>,
+        .queryInterface = slot<T, &ReadOnlyNamedVaskBaseImpl::queryInterface>,
+        .getLastError = slot<T, &ReadOnlyNamedVaskBaseImpl::getLastError>,
+        .getComponentName = slot<T, &ReadOnlyNamedVaskBaseImpl::getComponentName>,
+        .setComponentName = slot<T, &ReadOnlyNamedVaskBaseImpl::refuseText>,
+        .getComponentDescription = slot<T, &ReadOnlyNamedVaskBaseImpl::getComponentDescription>,
+        .setComponentDescription = slot<T, &ReadOnlyNamedVaskBaseImpl::refuseText>,
+    };
+
+    ITarvoIdentification identification_;
+    std::u16string name_;
+    std::u16string description_;
+};
+
+} // namespace TARVO

@@ -1,0 +1,130 @@
+// The three kinds of holder that stand behind an IVaskString, for callers and for the library
+// itself. `set` never lets an exception out: what can't be stored gives RC_OUT_OF_MEMORY.
+#pragma once
+
+#include "base.h"
+#include "result.h"
+
+#include <string>
+#include <string_view>
+
+namespace tarvo {
+
+namespace detail {
+
+inline void getText(const std::u16string& text, const char16_t** pointer, std::uint32_t* length) {
+    *pointer = text.c_str();
+    *length = static_cast<std::uint32_t>(text.size());
+}
+
+inline TarvoResult assignText(std::u16string& target, const char16_t* text, std::uint32_t length) {
+    try {
+        if (length == 0)
+            target.clear();
+        else
+            target.assign(text, length);
+        return RC_OK;
+    } catch (...) {
+        return RC_OUT_OF_MEMORY;
+    }
+}
+
+} // namespace detail
+
+// The text that a string reference gives. The view is valid until the string is next changed.
+inline std::u16string_view viewOf(const IVaskString* string) {
+    const char16_t* text = nullptr;
+    std::uint32_t length = 0;
+    string->table->get(string->me, &text, &length);
+    return length == 0 ? std::u16string_view() : std::u16string_view(text, length);
+}
+
+// Gives a text to a string reference; the result is that of its `set`.
+inline TarvoResult setText(IVaskString* string, std::u16string_view text) {
+    return string->table->set(string->me, text.data(), static_cast<std::uint32_t>(text.size()));
+}
+
+// A string of its own: the pair and the text in one object, which may stand on the stack.
+//
+//     tarvo::String folder;
+//     if (getTarvoFolder(folder.pair()) == RC_OK)
+//         use(folder.text());
+class String {
+  public:
+    String() noexcept : pair_{this, &kTable} {}
+    explicit String(std::u16string_view text) : pair_{this, &kTable}, text_(text) {}
+    String(const String& other) : pair_{this, &kTable}, text_(other.text_) {}
+    String(String&& other) noexcept : pair_{this, &kTable}, text_(std::move(other.text_)) {}
+    String& operator=(const String& other) = delete;
+    String& operator=(String&& other) noexcept {
+        text_ = std::move(other.text_);
+        return *this;
+    }
+    ~String() = default;
+
+    IVaskString* pair() noexcept { return &pair_; }
+    const std::u16string& text() const noexcept { return text_; }
+    std::u16string& text() noexcept { return text_; }
+
+  private:
+    static void get(void* me, const char16_t** text, std::uint32_t* length) {
+        detail::getText(static_cast<String*>(me)->text_, text, length);
+    }
+    static TarvoResult set(void* me, const char16_t* text, std::uint32_t length) {
+        return detail::assignText(static_cast<String*>(me)->text_, text, length);
+    }
+    static constexpr IVaskStringTable kTable = {.get = &String::get, .set = &String::set};
+
+    IVaskString pair_;
+    std::u16string text_;
+};
+
+// A view that lets others read and write a string which lives elsewhere and outlives the wrapper.
+class StringWrapper {
+  public:
+    explicit StringWrapper(std::u16string& text) noexcept : pair_{&text, &kTable} {}
+
+    IVaskString* pair() noexcept { return &pair_; }
+
+  private:
+    static void get(void* me, const char16_t** text, std::uint32_t* length) {
+        detail::getText(*static_cast<std::u16string*>(me), text, length);
+    }
+    static TarvoResult set(void* me, const char16_t* text, std::uint32_t length) {
+        return detail::assignText(*static_cast<std::u16string*>(me), text, length);
+    }
+    static constexpr IVaskStringTable kTable = {.get = &StringWrapper::get,
+                                                .set = &StringWrapper::set};
+
+    IVaskString pair_;
+};
+
+// A fixed text that answers every `set` with RC_READ_ONLY. The text must end in a null character
+// and outlive the holder, as a literal does.
+class ConstantString {
+  public:
+    constexpr explicit ConstantString(const char16_t* text) noexcept
+        : pair_{this, &kTable}, text_(text),
+          length_(static_cast<std::uint32_t>(std::u16string_view(text).size())) {}
+    ConstantString(const ConstantString&) = delete;
+    ConstantString& operator=(const ConstantString&) = delete;
+
+    IVaskString* pair() noexcept { return &pair_; }
+    std::u16string_view text() const noexcept { return {text_, length_}; }
+
+  private:
+    static void get(void* me, const char16_t** text, std::uint32_t* length) {
+        const auto* self = static_cast<const ConstantString*>(me);
+        *text = self->text_;
+        *length = self->length_;
+    }
+    static TarvoResult set(void*, const char16_t*, std::uint32_t) { return RC_READ_ONLY; }
+    static constexpr IVaskStringTable kTable = {.get = &ConstantString::get,
+                                                .set = &ConstantString::set};
+
+    IVaskString pair_;
+    const char16_t* text_;
+    std::uint32_t length_;
+};
+
+} // namespace tarvo

@@ -1,0 +1,92 @@
+#include "registry/registry_key.h"
+
+#include "registry/scope.h"
+#include "tarvo/uuid.h"
+
+namespace TARVO {
+
+constinit const IVaskRegistryKeyTable TarvoRegistryKey::kTable = {
+    .addReference = slot<TarvoRegistryKey, &TarvoRegistryKey::addReference>,
+    .release = slot<TarvoRegistryKey, &TarvoRegistryKey::release>,
+    .getValueNames = slot<TarvoRegistryKey, &TarvoRegistryKey::getValueNames>,
+    .getValueType = slot<TarvoRegistryKey, &TarvoRegistryKey::getValueType>,
+    .getStringValue = slot<TarvoRegistryKey, &TarvoRegistryKey::getStringValue>,
+    .getIntegerValue = slot<TarvoRegistryKey, &TarvoRegistryKey::getIntegerValue>,
+    .getUUIDValue = slot<TarvoRegistryKey, &TarvoRegistryKey::getUUIDValue>,
+    .getKeyNames = slot<TarvoRegistryKey, &TarvoRegistryKey::getKeyNames>,
+    .getKey = slot<TarvoRegistryKey, &TarvoRegistryKey::getKey>,
+    .isAllUsersValue = slot<TarvoRegistryKey, &TarvoRegistryKey::isAllUsersValue>,
+};
+
+TarvoRegistryKey::TarvoRegistryKey(Reference<TarvoRegistry> user,
+                                   Reference<TarvoRegistry> allUsers) noexcept
+    : TarvoRegistryKeyImpl(&kTable, std::move(user), std::move(allUsers)) {}
+
+Result giveNames(const std::vector<std::u16string_view>& names, IVaskArray* target) {
+    void* elements = nullptr;
+    const Result result =
+        target->table->resize(target->me, static_cast<std::uint32_t>(names.size()), &elements);
+    if (result != RC_OK || names.empty())
+        return result;
+    if (elements == nullptr)
+        return RC_NULL_POINTER;
+    auto* const* strings = static_cast<IVaskString**>(elements);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (strings[i] == nullptr)
+            return RC_NULL_POINTER;
+        if (const Result set = tarvo::setText(strings[i], names[i]); set != RC_OK)
+            return set;
+    }
+    return RC_OK;
+}
+
+void giveKey(Reference<TarvoRegistry> user, Reference<TarvoRegistry> allUsers,
+             IVaskRegistryKey** key) {
+    handOut(makeObject<TarvoRegistryKey>(std::move(user), std::move(allUsers)), key);
+}
+
+Result readUUID(const NamedValue& value, UUID& uuid) {
+    return vaskUUIDFromString(value.text().data(), &uuid);
+}
+
+namespace {
+
+// A path of the whole registry begins with a separator, which is dropped; what remains is relative
+// to the root, which itself is a null path. False for a path that doesn't begin so.
+bool makeRelative(const char16_t*& path) {
+    if (path == nullptr)
+        return true;
+    if (*path == u'/' || *path == u'\\')
+        ++path;
+    else if (*path != u'\0')
+        return false;
+    if (*path == u'\0')
+        path = nullptr;
+    return true;
+}
+
+Result openKey(const char16_t* path, IVaskRegistryKey** key) {
+    if (key == nullptr)
+        return RC_NULL_POINTER;
+    *key = nullptr;
+    if (!makeRelative(path))
+        return RC_NOT_FOUND;
+    Reference<TarvoRegistry> allUsers;
+    Reference<TarvoRegistry> user;
+    if (const Result result = loadScope(true, path, allUsers); result != RC_OK)
+        return result;
+    if (const Result result = loadScope(false, path, user); result != RC_OK)
+        return result;
+    if (!allUsers && !user)
+        return RC_NOT_FOUND;
+    giveKey(std::move(user), std::move(allUsers), key);
+    return RC_OK;
+}
+
+} // namespace
+
+} // namespace TARVO
+
+TarvoResult vaskGetRegistryKey(const char16_t* path, IVaskRegistryKey** key) {
+    return TARVO::guardedCall([&] { return TARVO::openKey(path, key); });
+}

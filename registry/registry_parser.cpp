@@ -1,0 +1,250 @@
+#include "registry/registry_parser.h"
+
+#include "core/uuid.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace TARVO {
+
+namespace {
+
+// What the elements of the language are allowed to say of themselves.
+struct ElementAttributes {
+    std::optional<std::string_view> id;
+    std::optional<std::string_view> name;
+    std::optional<std::string_view> type;
+};
+
+// Of two attributes of one name the last counts.
+ElementAttributes readAttributes(std::string_view text) {
+    ElementAttributes found;
+    AttributeScanner scanner(text);
+    std::string_view name;
+    std::string_view value;
+    while (scanner.next(name, value)) {
+        if (name == "name")
+            found.name = value;
+        else if (name == "type")
+            found.type = value;
+        else if (name == "id")
+            found.id = value;
+    }
+    return found;
+}
+
+// A name as it may stand in a file. No short cut out of the loop: names are short, and a loop
+// without one is done many units at a time.
+bool isFileName(std::u16string_view name) noexcept {
+    bool refused = name.empty();
+    for (const char16_t unit : name)
+        refused |= unit < u' ' || (unit >= u'A' && unit <= u'Z') || unit == u'/' || unit == u'\\';
+    return !refused;
+}
+
+// A decimal number that takes up the whole text: white space, a sign, digits. Out of range it
+// becomes the nearest number that there is.
+bool readInteger(std::u16string_view text, std::int32_t& number) noexcept {
+    std::size_t position = std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size());
+    bool negative = false;
+    if (position < text.size() && (text[position] == u'-' || text[position] == u'+'))
+        negative = text[position++] == u'-';
+    if (position == text.size())
+        return false;
+
+    constexpr std::int64_t kBeyondRange = std::int64_t{1} << 32;
+    std::int64_t magnitude = 0;
+    for (; position < text.size(); ++position) {
+        if (text[position] < u'0' || text[position] > u'9')
+            return false;
+        magnitude = std::min(magnitude * 10 + (text[position] - u'0'), kBeyondRange);
+    }
+    using Limits = std::numeric_limits<std::int32_t>;
+    number = static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(negative ? -magnitude : magnitude, Limits::min(), Limits::max()));
+    return true;
+}
+
+std::optional<RegistryValueType> typeNamed(std::u16string_view text) {
+    constexpr std::pair<std::u16string_view, RegistryValueType> kTypes[] = {
+        {u"string", RegistryValueType::string},
+        {u"integer", RegistryValueType::integer},
+        {u"uuid", RegistryValueType::uuid},
+        {u"empty", RegistryValueType::empty},
+    };
+    for (const auto& [name, type] : kTypes)
+        if (text == name)
+            return type;
+    return std::nullopt;
+}
+
+} // namespace
+
+RegistryParser::RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16string knownId)
+    : root_(std::move(root)), nodes_{root_.get()}, id_(std::move(knownId)) {}
+
+ParseOutcome RegistryParser::parse(std::string_view bytes) {
+    MarkupScanner scanner(bytes);
+    MarkupTag tag;
+    while (scanner.next(tag)) {
+        takeText(tag.textBefore);
+        if (!tag.isElement)
+            continue;
+        ParseOutcome outcome = ParseOutcome::complete;
+        if (!tag.isEnd)
+            outcome = start(tag);
+        if (outcome == ParseOutcome::complete && (tag.isEnd || tag.isSelfClosed))
+            outcome = end(tag);
+        if (outcome != ParseOutcome::complete)
+            return outcome;
+    }
+    takeText(scanner.rest());
+    return ParseOutcome::complete;
+}
+
+// A text takes the place of the one before it: a comment inside a value cuts it, and so does an
+// element.
+void RegistryParser::takeText(std::string_view bytes) {
+    if (!inValue_ || bytes.empty() || value_.type == RegistryValueType::empty)
+        return;
+    decodeText(bytes, text_, bytes_);
+    switch (value_.type) {
+    case RegistryValueType::string:
+        value_.text.swap(text_);
+        break;
+    case RegistryValueType::integer:
+        valueValid_ = readInteger(text_, value_.integer);
+        break;
+    case RegistryValueType::uuid:
+        if (isUUIDText(text_)) {
+            value_.text.swap(text_);
+            valueValid_ = true;
+        }
+        break;
+    case RegistryValueType::empty:
+        break;
+    }
+}
+
+ParseOutcome RegistryParser::start(const MarkupTag& tag) {
+    elements_.push_back(tag.name);
+    if (tag.name == "registry")
+        return startRegistry(tag);
+    if (inValue_ || skipDepth_ > 0 || !inRegistry_) {
+        ++skipDepth_;
+        return ParseOutcome::complete;
+    }
+    if (tag.name == "key")
+        return startKey(tag);
+    if (tag.name == "value")
+        return startValue(tag);
+    ++skipDepth_;
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::startRegistry(const MarkupTag& tag) {
+    if (inRegistry_ || idSeen_)
+        return fail(tag.position, "there is a second 'registry' element");
+    if (const auto id = readAttributes(tag.attributes).id) {
+        idSeen_ = true;
+        decodeText(*id, text_, bytes_);
+        if (!text_.empty() && text_ == id_)
+            return ParseOutcome::unchanged;
+        id_ = text_;
+    }
+    inRegistry_ = true;
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
+    const auto name = readAttributes(tag.attributes).name;
+    if (!name)
+        return fail(tag.position, "a key has no 'name' attribute");
+    decodeText(*name, name_, bytes_);
+    if (!isFileName(name_))
+        return fail(tag.position, "a key's name is empty or holds a capital letter, a separator or "
+                                  "a control character");
+    const std::uint32_t hash = hashOfName(name_);
+    NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
+    if (siblings.find(name_, hash) != nullptr)
+        return fail(tag.position, "a key of this name stands here already");
+    auto key = TarvoRegistry::make(name_, hash);
+    nodes_.push_back(key.get());
+    siblings.insert(std::move(key));
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::startValue(const MarkupTag& tag) {
+    const ElementAttributes attributes = readAttributes(tag.attributes);
+    if (!attributes.name)
+        return fail(tag.position, "a value has no 'name' attribute");
+    decodeText(*attributes.name, name_, bytes_);
+    if (!isFileName(name_))
+        return fail(tag.position, "a value's name is empty or holds a capital letter, a separator "
+                                  "or a control character");
+    const std::uint32_t hash = hashOfName(name_);
+    if (nodes_.back()->values.find(name_, hash) != nullptr)
+        return fail(tag.position, "a value of this name stands in its key already");
+    if (!attributes.type)
+        return fail(tag.position, "a value has no 'type' attribute");
+    if (!readType(*attributes.type))
+        return fail(tag.position, "a value's type is none of string, integer, uuid and empty");
+    valueName_.swap(name_);
+    valueHash_ = hash;
+    valuePosition_ = tag.position;
+    inValue_ = true;
+    return ParseOutcome::complete;
+}
+
+// Begins a value of the type that the text names. A string and an empty value need no content.
+bool RegistryParser::readType(std::string_view bytes) {
+    decodeText(bytes, text_, bytes_);
+    const auto type = typeNamed(text_);
+    if (!type)
+        return false;
+    value_.type = *type;
+    value_.integer = 0;
+    value_.text.clear();
+    valueValid_ = *type == RegistryValueType::string || *type == RegistryValueType::empty;
+    return true;
+}
+
+// An ignored element's end is told by the depth alone. A `registry` element inside an ignored one
+// lowers it too, so an end tag of an ignored key or value can come to be treated as one of the
+// tree's: the root then stays where it is, and a value is stored once more as it was.
+ParseOutcome RegistryParser::end(const MarkupTag& tag) {
+    if (elements_.empty() || elements_.back() != tag.name)
+        return fail(tag.position, "an end tag doesn't match the last open tag");
+    elements_.pop_back();
+    if (skipDepth_ > 0) {
+        --skipDepth_;
+        return ParseOutcome::complete;
+    }
+    if (tag.name == "value")
+        return endValue(tag);
+    if (tag.name == "key") {
+        if (nodes_.size() > 1)
+            nodes_.pop_back();
+    } else if (tag.name == "registry") {
+        inRegistry_ = false;
+    }
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::endValue(const MarkupTag& tag) {
+    const bool wasInValue = std::exchange(inValue_, false);
+    if (!valueValid_)
+        return fail(wasInValue ? valuePosition_ : tag.position,
+                    "a value's content isn't of its type");
+    nodes_.back()->values.insert(NamedValue::make(valueName_, valueHash_, value_));
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::fail(std::size_t offset, const char* reason) {
+    fault_ = {offset, reason};
+    return ParseOutcome::malformed;
+}
+
+} // namespace TARVO

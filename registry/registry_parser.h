@@ -1,0 +1,87 @@
+// Turns the bytes of a registry file into a tree:
+//
+//   <registry id="{...}">
+//    <value name="answer" type="integer">42</value>
+//    <key name="a">
+//     <value name="b" type="string">c</value>
+//    </key>
+//   </registry>
+//
+// Types are string, integer, uuid and empty. Unknown elements are skipped whole, text outside
+// values is ignored, and so is what stands behind the end of `registry`. A name must be lower case
+// from A to Z and hold no separator and no control character; each stands once in its key. The id
+// is the file's change stamp: a parse that comes upon the id that the caller knows ends there.
+#pragma once
+
+#include "registry/markup.h"
+#include "registry/tree.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TARVO {
+
+enum class ParseOutcome : std::int32_t {
+    complete = 0,
+    malformed = 502, // RC_BAD_REGISTRY_FILE
+    unchanged = -1,  // the file's id is the one that is known
+};
+
+// Where and why a file is malformed, for people.
+struct MarkupFault {
+    std::size_t offset = 0; // in bytes, of the tag that can't be accepted
+    const char* reason = "";
+};
+
+class RegistryParser {
+  public:
+    // `root` is new, and is filled. An empty `knownId` is no file's.
+    RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16string knownId);
+
+    // To be called once. The bytes must stay where they are for the length of the call. The root is
+    // complete only if the outcome says so.
+    ParseOutcome parse(std::string_view bytes);
+
+    // The file's id; the known one if the file has none.
+    const std::u16string& id() const noexcept { return id_; }
+    bool idSeen() const noexcept { return idSeen_; }
+
+    // Tells more when the outcome is malformed.
+    const MarkupFault& fault() const noexcept { return fault_; }
+
+  private:
+    ParseOutcome start(const MarkupTag& tag);
+    ParseOutcome startRegistry(const MarkupTag& tag);
+    ParseOutcome startKey(const MarkupTag& tag);
+    ParseOutcome startValue(const MarkupTag& tag);
+    ParseOutcome end(const MarkupTag& tag);
+    ParseOutcome endValue(const MarkupTag& tag);
+    void takeText(std::string_view bytes);
+    bool readType(std::string_view bytes);
+    ParseOutcome fail(std::size_t offset, const char* reason);
+
+    tarvo::Reference<TarvoRegistry> root_;
+    std::vector<TarvoRegistry*> nodes_;      // the keys being filled; the first is the root
+    std::vector<std::string_view> elements_; // the names of the open tags
+
+    RegistryValue value_; // the value being read
+    std::u16string valueName_;
+    std::uint32_t valueHash_ = 0;
+    std::size_t valuePosition_ = 0;
+
+    bool inRegistry_ = false;
+    bool inValue_ = false;
+    bool valueValid_ = false;
+    std::u16string id_;
+    bool idSeen_ = false;
+    std::int32_t skipDepth_ = 0; // how many open elements are ignored
+
+    MarkupFault fault_;
+    std::u16string name_; // room to work in
+    std::u16string text_;
+    std::string bytes_;
+};
+
+} // namespace TARVO

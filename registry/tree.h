@@ -1,0 +1,106 @@
+// The tree of a scope: keys that hold values and further keys. A node that has been handed out is
+// never changed, so trees are read from any thread without a lock; whoever changes one works on
+// nodes that nobody else has seen.
+//
+// Nodes and values count their own references and carry their names with them, each in one piece of
+// memory, so that a file loads with one allocation for each of its elements.
+#pragma once
+
+#include "registry/name_table.h"
+#include "tarvo/reference.hpp"
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace TARVO {
+
+enum class RegistryValueType : std::uint32_t { string = 0, integer = 1, uuid = 2, empty = 3 };
+
+// What a value holds, apart from its name.
+struct RegistryValue {
+    RegistryValueType type = RegistryValueType::empty;
+    std::int32_t integer = 0; // for type integer, else 0
+    std::u16string text;      // for string the text, for uuid its text form, else empty
+};
+
+// A value in the tree, with its name. Never changed.
+class NamedValue {
+  public:
+    // `name` is folded, and `hash` is that of it.
+    static tarvo::Reference<NamedValue> make(std::u16string_view name, std::uint32_t hash,
+                                             const RegistryValue& value);
+    NamedValue(const NamedValue&) = delete;
+    NamedValue& operator=(const NamedValue&) = delete;
+
+    void addReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
+    void release() noexcept;
+
+    std::uint32_t hash() const noexcept { return hash_; }
+    std::u16string_view name() const noexcept { return {units(), nameLength_}; }
+    RegistryValueType type() const noexcept { return type_; }
+    std::int32_t integer() const noexcept { return integer_; }
+
+    // Ends in a null character behind its last unit.
+    std::u16string_view text() const noexcept { return {units() + nameLength_, textLength_}; }
+
+  private:
+    NamedValue(std::u16string_view name, std::uint32_t hash, const RegistryValue& value) noexcept;
+    ~NamedValue() = default;
+
+    // The units of the name and then of the text stand behind the object.
+    const char16_t* units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
+
+    std::atomic<std::uint32_t> references_ = 0;
+    std::uint32_t hash_;
+    std::uint32_t nameLength_;
+    std::uint32_t textLength_;
+    RegistryValueType type_;
+    std::int32_t integer_;
+};
+
+// One key of the tree.
+class TarvoRegistry {
+  public:
+    // `name` is folded, and `hash` is that of it. A root has the empty name.
+    static tarvo::Reference<TarvoRegistry> make(std::u16string_view name, std::uint32_t hash);
+    static tarvo::Reference<TarvoRegistry> makeRoot();
+
+    // A node of the same name with tables of its own that share this one's values and sub-keys.
+    tarvo::Reference<TarvoRegistry> copy() const;
+
+    TarvoRegistry& operator=(const TarvoRegistry&) = delete;
+
+    void addReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
+    void release() noexcept;
+
+    std::uint32_t hash() const noexcept { return hash_; }
+    std::u16string_view name() const noexcept {
+        return {reinterpret_cast<const char16_t*>(this + 1), nameLength_};
+    }
+
+    NameTable<TarvoRegistry> subKeys;
+    NameTable<NamedValue> values;
+
+  private:
+    TarvoRegistry(std::u16string_view name, std::uint32_t hash) noexcept;
+    TarvoRegistry(const TarvoRegistry& other);
+    ~TarvoRegistry() = default;
+
+    bool dropReference() noexcept {
+        return references_.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+    void storeName(std::u16string_view name) noexcept;
+
+    std::atomic<std::uint32_t> references_ = 0;
+    std::uint32_t hash_;
+    std::uint32_t nameLength_;
+    TarvoRegistry* nextToDestroy_ = nullptr;
+};
+
+// The key at a path below a node: components in any case, parted by / or \, with one separator
+// allowed behind the last. A null path is the node itself; null if there is no such key.
+TarvoRegistry* findKey(TarvoRegistry* node, const char16_t* path) noexcept;
+
+} // namespace TARVO
