@@ -16,7 +16,7 @@ namespace {
 // The folder of a special folder's own below which the library keeps a scope's data.
 class DataFolder {
   public:
-    explicit constexpr DataFolder(platform::SpecialFolder parent) : parent_(parent) {}
+    explicit DataFolder(platform::SpecialFolder parent) : parent_(parent) {}
 
     // Calls `use` with the folder while the lock is held, so that two threads see it made once.
     template <class Use>
