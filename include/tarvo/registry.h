@@ -37,7 +37,8 @@ typedef struct IVaskRegistryKeyTable {
 
     /* [any thread] Gives the names of this key's values, each once, in no particular order.
      *   names  array of strings, to fill
-     * RC_OK, RC_NULL_POINTER, otherwise what `resize` of the array or `set` of an item gave. */
+     * RC_OK, RC_NULL_POINTER (names, or an item that the array gave), otherwise what `resize` of the
+     * array or `set` of an item gave. */
     TarvoResult (*getValueNames)(void* me, IVaskArray* names);
 
     /* [any thread] Gives the type of a value.
