@@ -2,7 +2,7 @@
 
 #include "platform/identifier.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 namespace TARVO {
@@ -16,10 +16,17 @@ constexpr std::uint64_t inEveryLane(std::uint64_t unit) {
     return unit * 0x0001000100010001;
 }
 
-std::uint64_t loadLanes(const char16_t* units, std::size_t count = kLanes) noexcept {
+std::uint64_t loadLanes(const char16_t* units) noexcept {
     std::uint64_t lanes = 0;
-    if (count != 0)
-        std::memcpy(&lanes, units, count * sizeof(char16_t));
+    std::memcpy(&lanes, units, sizeof lanes);
+    return lanes;
+}
+
+// Up to three units in lanes of their own.
+std::uint64_t loadFewLanes(const char16_t* units, std::size_t count) noexcept {
+    std::uint64_t lanes = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        lanes |= std::uint64_t{units[i]} << (16 * i);
     return lanes;
 }
 
@@ -51,35 +58,63 @@ struct HashSeed {
     std::uint64_t words[2];
 };
 
-} // namespace
-
-std::uint32_t hashOfName(std::u16string_view name) noexcept {
+const HashSeed& hashSeed() {
     static const HashSeed seed;
+    return seed;
+}
+
+// `Fold` is applied to each word of the name. What is left over at the end of a longer name is
+// taken as whole words that overlap those before.
+template <std::uint64_t (*Fold)(std::uint64_t)>
+std::uint32_t hashWords(std::u16string_view name) noexcept {
+    const HashSeed& seed = hashSeed();
     constexpr std::uint64_t kFirst = 0x9e3779b97f4a7c15;
     constexpr std::uint64_t kSecond = 0xd1b54a32d192ed03;
 
     std::uint64_t state = seed.words[0] ^ name.size();
+    const auto mixIn = [&](std::uint64_t left, std::uint64_t right) {
+        state = mix(state ^ kFirst ^ Fold(left), seed.words[1] ^ Fold(right));
+    };
     const char16_t* units = name.data();
-    std::size_t left = name.size();
-    for (; left > 2 * kLanes; left -= 2 * kLanes, units += 2 * kLanes)
-        state = mix(state ^ kFirst ^ foldLanes(loadLanes(units)),
-                    seed.words[1] ^ foldLanes(loadLanes(units + kLanes)));
-    const std::size_t first = std::min(left, kLanes);
-    state = mix(state ^ kFirst ^ foldLanes(loadLanes(units, first)),
-                seed.words[1] ^ foldLanes(loadLanes(units + first, left - first)));
-    state = mix(state, kSecond);
-    return static_cast<std::uint32_t>(state);
+    const char16_t* const end = units + name.size();
+    if (name.size() < kLanes) {
+        mixIn(loadFewLanes(units, name.size()), 0);
+    } else {
+        for (; end - units > static_cast<std::ptrdiff_t>(2 * kLanes); units += 2 * kLanes)
+            mixIn(loadLanes(units), loadLanes(units + kLanes));
+        const bool isLong = name.size() >= 2 * kLanes;
+        mixIn(loadLanes(isLong ? end - 2 * kLanes : units), loadLanes(end - kLanes));
+    }
+    return static_cast<std::uint32_t>(mix(state, kSecond));
+}
+
+constexpr std::uint64_t keepLanes(std::uint64_t lanes) {
+    return lanes;
+}
+
+} // namespace
+
+std::uint32_t hashOfName(std::u16string_view name) noexcept {
+    return hashWords<foldLanes>(name);
+}
+
+std::uint32_t hashOfFoldedName(std::u16string_view name) noexcept {
+    return hashWords<keepLanes>(name);
 }
 
 bool isSameName(std::u16string_view name, std::u16string_view stored) noexcept {
     if (name.size() != stored.size())
         return false;
-    std::size_t i = 0;
-    for (; i + kLanes <= name.size(); i += kLanes)
-        if (foldLanes(loadLanes(name.data() + i)) != loadLanes(stored.data() + i))
+    if (name.size() < kLanes)
+        return foldLanes(loadFewLanes(name.data(), name.size())) ==
+               loadFewLanes(stored.data(), stored.size());
+    const auto isSameWord = [&](std::size_t place) {
+        return foldLanes(loadLanes(name.data() + place)) == loadLanes(stored.data() + place);
+    };
+    for (std::size_t place = 0; place + kLanes <= name.size(); place += kLanes)
+        if (!isSameWord(place))
             return false;
-    const std::size_t left = name.size() - i;
-    return foldLanes(loadLanes(name.data() + i, left)) == loadLanes(stored.data() + i, left);
+    return isSameWord(name.size() - kLanes);
 }
 
 } // namespace TARVO

@@ -1,8 +1,5 @@
 #include "registry/markup.h"
 
-#include "platform/text.h"
-
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -38,14 +35,20 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
 
 constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
 
-bool is(std::string_view bytes, std::size_t position, unsigned classes) noexcept {
-    return position < bytes.size() &&
-           (kClasses[static_cast<unsigned char>(bytes[position])] & classes) != 0;
+bool isA(char byte, unsigned classes) noexcept {
+    return (kClasses[static_cast<unsigned char>(byte)] & classes) != 0;
 }
 
 // The first position from `position` on that is of none of the classes.
 std::size_t skip(std::string_view bytes, std::size_t position, unsigned classes) noexcept {
-    while (is(bytes, position, classes))
+    while (position < bytes.size() && isA(bytes[position], classes))
+        ++position;
+    return position;
+}
+
+// The same where a byte of none of the classes is known to come.
+const char* skipTo(const char* position, unsigned classes) noexcept {
+    while (isA(*position, classes))
         ++position;
     return position;
 }
@@ -65,18 +68,20 @@ bool isInstruction(std::string_view match) noexcept {
            match.ends_with(kClosing);
 }
 
+// The closing > ends every run of letters and blanks.
 bool readElement(std::string_view match, MarkupTag& tag) noexcept {
-    tag.isEnd = match[1] == '/';
-    const std::size_t nameStart = skip(match, tag.isEnd ? 2 : 1, kSpace);
-    if (!is(match, nameStart, kLetter))
+    const char* position = match.data() + 1;
+    tag.isEnd = *position == '/';
+    const char* name = skipTo(position + (tag.isEnd ? 1 : 0), kSpace);
+    if (!isA(*name, kLetter))
         return false;
-    const std::size_t nameEnd = skip(match, nameStart, kNamePart);
-    std::size_t attributesEnd = match.size() - 1;
-    tag.isSelfClosed = attributesEnd > nameEnd && match[attributesEnd - 1] == '/';
+    const char* nameEnd = skipTo(name, kNamePart);
+    const char* end = match.data() + match.size() - 1;
+    tag.isSelfClosed = end > nameEnd && end[-1] == '/';
     if (tag.isSelfClosed)
-        --attributesEnd;
-    tag.name = match.substr(nameStart, nameEnd - nameStart);
-    tag.attributes = match.substr(nameEnd, attributesEnd - nameEnd);
+        --end;
+    tag.name = {name, static_cast<std::size_t>(nameEnd - name)};
+    tag.attributes = {nameEnd, static_cast<std::size_t>(end - nameEnd)};
     return true;
 }
 
@@ -101,18 +106,36 @@ bool MarkupScanner::next(MarkupTag& tag) noexcept {
     return false;
 }
 
+// The form in which attributes are nearly always written: one blank, no other white space.
+bool AttributeScanner::nextAsWritten(std::string_view& name, std::string_view& value) noexcept {
+    for (const std::string_view opening : {" name=\"", " type=\"", " id=\""}) {
+        if (!rest_.starts_with(opening))
+            continue;
+        const std::size_t valueEnd = rest_.find('"', opening.size());
+        if (valueEnd == kNone)
+            return false;
+        name = opening.substr(1, opening.size() - 3);
+        value = rest_.substr(opening.size(), valueEnd - opening.size());
+        rest_.remove_prefix(valueEnd + 1);
+        return true;
+    }
+    return false;
+}
+
 // A failed attempt goes on behind the white space that it began with: an attempt from within that
 // white space would come to the same name.
 bool AttributeScanner::next(std::string_view& name, std::string_view& value) noexcept {
+    if (nextAsWritten(name, value))
+        return true;
     std::size_t position = 0;
     while (position < rest_.size()) {
-        if (!is(rest_, position, kSpace)) {
+        if (!isA(rest_[position], kSpace)) {
             ++position;
             continue;
         }
         const std::size_t nameStart = skip(rest_, position, kSpace);
         position = nameStart;
-        if (!is(rest_, nameStart, kLetter))
+        if (nameStart == rest_.size() || !isA(rest_[nameStart], kLetter))
             continue;
         const std::size_t nameEnd = skip(rest_, nameStart, kNamePart);
         const std::size_t equals = skip(rest_, nameEnd, kSpace);
@@ -214,18 +237,6 @@ void decodeEntities(std::string_view bytes, std::string& out) {
         }
         bytes.remove_prefix(length);
     }
-}
-
-void decodeText(std::string_view bytes, std::u16string& text, std::string& scratch) {
-    text.clear();
-    if (bytes.find('&') != kNone) {
-        scratch.clear();
-        decodeEntities(bytes, scratch);
-        bytes = scratch;
-    }
-    platform::appendUtf16(bytes, text);
-    if (bytes.find('\0') != kNone) // no other byte becomes a null character
-        text.resize(std::min(text.find(u'\0'), text.size()));
 }
 
 } // namespace TARVO

@@ -50,15 +50,13 @@ class AttributeScanner {
     bool next(std::string_view& name, std::string_view& value) noexcept;
 
   private:
+    bool nextAsWritten(std::string_view& name, std::string_view& value) noexcept;
+
     std::string_view rest_;
 };
 
 // Appends the bytes with each character reference replaced by its character in UTF-8. A reference
 // to a character below 9 yields nothing; whatever isn't a reference stays as it is.
 void decodeEntities(std::string_view bytes, std::string& out);
-
-// Turns bytes of a file into text: references, then UTF-8 with U+FFFD for what is malformed, up to
-// the first null character. `text` is replaced, `scratch` is room to work in.
-void decodeText(std::string_view bytes, std::u16string& text, std::string& scratch);
 
 } // namespace TARVO

@@ -36,7 +36,12 @@ class NameTable {
         }
     }
 
-    NameTable& operator=(const NameTable&) = delete;
+    NameTable& operator=(NameTable other) noexcept {
+        std::swap(slots_, other.slots_);
+        std::swap(count_, other.count_);
+        std::swap(capacity_, other.capacity_);
+        return *this;
+    }
 
     ~NameTable() {
         handOverEach([](Entry* entry) { entry->release(); });

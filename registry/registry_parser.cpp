@@ -35,15 +35,6 @@ ElementAttributes readAttributes(std::string_view text) {
     return found;
 }
 
-// A name as it may stand in a file. No short cut out of the loop: names are short, and a loop
-// without one is done many units at a time.
-bool isFileName(std::u16string_view name) noexcept {
-    bool refused = name.empty();
-    for (const char16_t unit : name)
-        refused |= unit < u' ' || (unit >= u'A' && unit <= u'Z') || unit == u'/' || unit == u'\\';
-    return !refused;
-}
-
 // A decimal number that takes up the whole text: white space, a sign, digits. Out of range it
 // becomes the nearest number that there is.
 bool readInteger(std::u16string_view text, std::int32_t& number) noexcept {
@@ -67,17 +58,27 @@ bool readInteger(std::u16string_view text, std::int32_t& number) noexcept {
     return true;
 }
 
-std::optional<RegistryValueType> typeNamed(std::u16string_view text) {
-    constexpr std::pair<std::u16string_view, RegistryValueType> kTypes[] = {
-        {u"string", RegistryValueType::string},
-        {u"integer", RegistryValueType::integer},
-        {u"uuid", RegistryValueType::uuid},
-        {u"empty", RegistryValueType::empty},
+std::optional<RegistryValueType> typeNamed(std::string_view text) {
+    constexpr std::pair<std::string_view, RegistryValueType> kTypes[] = {
+        {"string", RegistryValueType::string},
+        {"empty", RegistryValueType::empty},
+        {"integer", RegistryValueType::integer},
+        {"uuid", RegistryValueType::uuid},
     };
     for (const auto& [name, type] : kTypes)
         if (text == name)
             return type;
     return std::nullopt;
+}
+
+// The names of the types are ASCII, so that their bytes can be compared once references are
+// replaced.
+std::optional<RegistryValueType> readType(std::string_view bytes) {
+    if (const auto type = typeNamed(bytes))
+        return type;
+    std::string replaced;
+    decodeEntities(bytes, replaced);
+    return typeNamed(std::string_view(replaced).substr(0, replaced.find('\0')));
 }
 
 } // namespace
@@ -107,19 +108,20 @@ ParseOutcome RegistryParser::parse(std::string_view bytes) {
 // A text takes the place of the one before it: a comment inside a value cuts it, and so does an
 // element.
 void RegistryParser::takeText(std::string_view bytes) {
-    if (!inValue_ || bytes.empty() || value_.type == RegistryValueType::empty)
+    if (!inValue_ || bytes.empty())
         return;
-    decodeText(bytes, text_, bytes_);
-    switch (value_.type) {
+    switch (valueType_) {
     case RegistryValueType::string:
-        value_.text.swap(text_);
+        valueText_.decode(bytes);
         break;
     case RegistryValueType::integer:
-        valueValid_ = readInteger(text_, value_.integer);
+        scratch_.decode(bytes);
+        valueValid_ = readInteger(scratch_.view(), valueInteger_);
         break;
     case RegistryValueType::uuid:
-        if (isUUIDText(text_)) {
-            value_.text.swap(text_);
+        scratch_.decode(bytes);
+        if (isUUIDText(scratch_.view())) {
+            valueText_.swap(scratch_);
             valueValid_ = true;
         }
         break;
@@ -149,10 +151,10 @@ ParseOutcome RegistryParser::startRegistry(const MarkupTag& tag) {
         return fail(tag.position, "there is a second 'registry' element");
     if (const auto id = readAttributes(tag.attributes).id) {
         idSeen_ = true;
-        decodeText(*id, text_, bytes_);
-        if (!text_.empty() && text_ == id_)
+        scratch_.decode(*id);
+        if (!id_.empty() && scratch_.view() == id_)
             return ParseOutcome::unchanged;
-        id_ = text_;
+        id_ = scratch_.view();
     }
     inRegistry_ = true;
     return ParseOutcome::complete;
@@ -162,15 +164,14 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
     const auto name = readAttributes(tag.attributes).name;
     if (!name)
         return fail(tag.position, "a key has no 'name' attribute");
-    decodeText(*name, name_, bytes_);
-    if (!isFileName(name_))
+    if (!scratch_.decodeName(*name))
         return fail(tag.position, "a key's name is empty or holds a capital letter, a separator or "
                                   "a control character");
-    const std::uint32_t hash = hashOfName(name_);
+    const std::uint32_t hash = hashOfFoldedName(scratch_.view());
     NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
-    if (siblings.find(name_, hash) != nullptr)
+    if (siblings.find(scratch_.view(), hash) != nullptr)
         return fail(tag.position, "a key of this name stands here already");
-    auto key = TarvoRegistry::make(name_, hash);
+    auto key = TarvoRegistry::make(memory_, scratch_.view(), hash);
     nodes_.push_back(key.get());
     siblings.insert(std::move(key));
     return ParseOutcome::complete;
@@ -180,35 +181,31 @@ ParseOutcome RegistryParser::startValue(const MarkupTag& tag) {
     const ElementAttributes attributes = readAttributes(tag.attributes);
     if (!attributes.name)
         return fail(tag.position, "a value has no 'name' attribute");
-    decodeText(*attributes.name, name_, bytes_);
-    if (!isFileName(name_))
+    if (!scratch_.decodeName(*attributes.name))
         return fail(tag.position, "a value's name is empty or holds a capital letter, a separator "
                                   "or a control character");
-    const std::uint32_t hash = hashOfName(name_);
-    if (nodes_.back()->values.find(name_, hash) != nullptr)
+    const std::uint32_t hash = hashOfFoldedName(scratch_.view());
+    if (nodes_.back()->values.find(scratch_.view(), hash) != nullptr)
         return fail(tag.position, "a value of this name stands in its key already");
     if (!attributes.type)
         return fail(tag.position, "a value has no 'type' attribute");
-    if (!readType(*attributes.type))
+    const auto type = readType(*attributes.type);
+    if (!type)
         return fail(tag.position, "a value's type is none of string, integer, uuid and empty");
-    valueName_.swap(name_);
+    beginValue(*type);
+    valueName_.swap(scratch_);
     valueHash_ = hash;
     valuePosition_ = tag.position;
     inValue_ = true;
     return ParseOutcome::complete;
 }
 
-// Begins a value of the type that the text names. A string and an empty value need no content.
-bool RegistryParser::readType(std::string_view bytes) {
-    decodeText(bytes, text_, bytes_);
-    const auto type = typeNamed(text_);
-    if (!type)
-        return false;
-    value_.type = *type;
-    value_.integer = 0;
-    value_.text.clear();
-    valueValid_ = *type == RegistryValueType::string || *type == RegistryValueType::empty;
-    return true;
+// A string and an empty value need no content to be valid.
+void RegistryParser::beginValue(RegistryValueType type) noexcept {
+    valueType_ = type;
+    valueInteger_ = 0;
+    valueText_.clear();
+    valueValid_ = type == RegistryValueType::string || type == RegistryValueType::empty;
 }
 
 // An ignored element's end is told by the depth alone. A `registry` element inside an ignored one
@@ -238,7 +235,8 @@ ParseOutcome RegistryParser::endValue(const MarkupTag& tag) {
     if (!valueValid_)
         return fail(wasInValue ? valuePosition_ : tag.position,
                     "a value's content isn't of its type");
-    nodes_.back()->values.insert(NamedValue::make(valueName_, valueHash_, value_));
+    nodes_.back()->values.insert(NamedValue::make(memory_, valueName_.view(), valueHash_,
+                                                  valueType_, valueInteger_, valueText_.view()));
     return ParseOutcome::complete;
 }
 

@@ -13,6 +13,7 @@
 // is the file's change stamp: a parse that comes upon the id that the caller knows ends there.
 #pragma once
 
+#include "registry/file_text.h"
 #include "registry/markup.h"
 #include "registry/tree.h"
 
@@ -59,15 +60,19 @@ class RegistryParser {
     ParseOutcome end(const MarkupTag& tag);
     ParseOutcome endValue(const MarkupTag& tag);
     void takeText(std::string_view bytes);
-    bool readType(std::string_view bytes);
+    void beginValue(RegistryValueType type) noexcept;
     ParseOutcome fail(std::size_t offset, const char* reason);
 
     tarvo::Reference<TarvoRegistry> root_;
     std::vector<TarvoRegistry*> nodes_;      // the keys being filled; the first is the root
     std::vector<std::string_view> elements_; // the names of the open tags
 
-    RegistryValue value_; // the value being read
-    std::u16string valueName_;
+    TreeMemory memory_;
+
+    RegistryValueType valueType_ = RegistryValueType::empty; // the value being read
+    std::int32_t valueInteger_ = 0;
+    FileText valueText_;
+    FileText valueName_;
     std::uint32_t valueHash_ = 0;
     std::size_t valuePosition_ = 0;
 
@@ -79,9 +84,7 @@ class RegistryParser {
     std::int32_t skipDepth_ = 0; // how many open elements are ignored
 
     MarkupFault fault_;
-    std::u16string name_; // room to work in
-    std::u16string text_;
-    std::string bytes_;
+    FileText scratch_;
 };
 
 } // namespace TARVO

@@ -7,6 +7,7 @@
 #include "tarvo/result.h"
 
 #include <algorithm>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -72,29 +73,44 @@ FrontOfFile lookAtFront(std::string_view front, std::u16string_view knownId) {
     return FrontOfFile::notSeen;
 }
 
-// Reads on from where the last call left off, until `size` bytes are there or the file ends.
-bool readUpTo(platform::File& file, std::size_t size, std::string& bytes, bool& atEnd) {
-    const std::size_t had = bytes.size();
-    bytes.resize(size);
-    const auto read = file.read({bytes.data() + had, size - had});
-    bytes.resize(had + read.value_or(0));
-    atEnd = bytes.size() < size;
-    return read.has_value();
-}
+// The bytes of a file, as far as they have been read. Room for them isn't cleared before.
+class FileBytes {
+  public:
+    explicit FileBytes(platform::File& file) : file_(file) {}
+
+    std::string_view view() const { return {bytes_.get(), size_}; }
+    bool atEnd() const { return atEnd_; }
+
+    // Reads on until `size` bytes are there or the file ends. False on a failed read.
+    bool readUpTo(std::size_t size) {
+        auto bytes = std::make_unique_for_overwrite<char[]>(size);
+        std::copy_n(bytes_.get(), size_, bytes.get());
+        bytes_ = std::move(bytes);
+        const auto read = file_.read({bytes_.get() + size_, size - size_});
+        size_ += read.value_or(0);
+        atEnd_ = size_ < size;
+        return read.has_value();
+    }
+
+  private:
+    platform::File& file_;
+    std::unique_ptr<char[]> bytes_;
+    std::size_t size_ = 0;
+    bool atEnd_ = false;
+};
 
 // Reads a file whole, or only its front if that shows the known id. Nothing on a failed read.
 std::optional<FrontOfFile> readIfChanged(platform::File& file, std::u16string_view knownId,
-                                         std::string& bytes) {
+                                         FileBytes& bytes) {
     constexpr std::size_t kFirstRead = 4096;
     FrontOfFile front = knownId.empty() ? FrontOfFile::changed : FrontOfFile::notSeen;
-    bool atEnd = false;
-    for (std::size_t size = kFirstRead; !atEnd; size *= 2) {
+    for (std::size_t size = kFirstRead; !bytes.atEnd(); size *= 2) {
         if (front == FrontOfFile::changed) // one byte more than there should be shows the end
             size = std::max<std::size_t>(size, file.size().value_or(0) + 1);
-        if (!readUpTo(file, size, bytes, atEnd))
+        if (!bytes.readUpTo(size))
             return std::nullopt;
         if (front == FrontOfFile::notSeen)
-            front = lookAtFront(bytes, knownId);
+            front = lookAtFront(bytes.view(), knownId);
         if (front == FrontOfFile::unchanged)
             return front;
     }
@@ -128,19 +144,19 @@ Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& 
     if (opened.error != platform::FileError::none)
         return emptyTree(root, id, resultOfOpening(opened.error));
 
-    std::string bytes;
+    FileBytes bytes(opened.file);
     const auto read = readIfChanged(opened.file, id, bytes);
     opened.file.close();
     if (!read)
         return emptyTree(root, id, RC_UNSPECIFIED);
     if (read == FrontOfFile::unchanged)
         return RC_OK;
-    if (bytes.empty())
+    if (bytes.view().empty())
         return emptyTree(root, id, RC_OK);
 
     auto newRoot = TarvoRegistry::makeRoot();
     RegistryParser parser(newRoot, id);
-    if (parser.parse(bytes) == ParseOutcome::complete) {
+    if (parser.parse(bytes.view()) == ParseOutcome::complete) {
         root = std::move(newRoot);
         id = parser.idSeen() ? parser.id() : std::u16string();
     }

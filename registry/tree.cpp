@@ -1,6 +1,7 @@
 #include "registry/tree.h"
 
 #include <new>
+#include <utility>
 
 namespace TARVO {
 
@@ -10,93 +11,87 @@ constexpr bool isSeparator(char16_t unit) {
     return unit == u'/' || unit == u'\\';
 }
 
-// Room for an object and, behind it, for units of text.
-template <class T>
-void* allocateWithUnits(std::size_t units) {
-    static_assert(alignof(T) >= alignof(char16_t) && sizeof(T) % alignof(char16_t) == 0);
-    return ::operator new(sizeof(T) + units * sizeof(char16_t));
-}
-
-struct FreeMemory {
-    void operator()(void* memory) const noexcept { ::operator delete(memory); }
-};
-
 char16_t* putUnits(char16_t* target, std::u16string_view text) noexcept {
     text.copy(target, text.size());
     return target + text.size();
 }
 
-} // namespace
-
-NamedValue::NamedValue(std::u16string_view name, std::uint32_t hash,
-                       const RegistryValue& value) noexcept
-    : hash_(hash), nameLength_(static_cast<std::uint32_t>(name.size())),
-      textLength_(static_cast<std::uint32_t>(value.text.size())), type_(value.type),
-      integer_(value.integer) {
-    char16_t* end = putUnits(reinterpret_cast<char16_t*>(this + 1), name);
-    *putUnits(end, value.text) = u'\0';
+// Takes one reference away and tells whether it was the last. The only holder need not ask others.
+bool dropReference(std::atomic<std::uint32_t>& references) noexcept {
+    return references.load(std::memory_order_acquire) == 1 ||
+           references.fetch_sub(1, std::memory_order_acq_rel) == 1;
 }
 
-tarvo::Reference<NamedValue> NamedValue::make(std::u16string_view name, std::uint32_t hash,
-                                              const RegistryValue& value) {
-    void* memory = allocateWithUnits<NamedValue>(name.size() + value.text.size() + 1);
-    return tarvo::Reference<NamedValue>::share(new (memory) NamedValue(name, hash, value));
+} // namespace
+
+tarvo::Reference<NamedValue> NamedValue::make(TreeMemory& memory, std::u16string_view name,
+                                              std::uint32_t hash, RegistryValueType type,
+                                              std::int32_t integer, std::u16string_view text) {
+    const std::size_t units = name.size() + text.size() + 1;
+    const auto block = memory.allocate(sizeof(NamedValue) + units * sizeof(char16_t));
+    auto* value = new (block.address) NamedValue;
+    value->place_ = block.place;
+    value->hash_ = hash;
+    value->nameLength_ = static_cast<std::uint32_t>(name.size());
+    value->textLength_ = static_cast<std::uint32_t>(text.size());
+    value->type_ = type;
+    value->integer_ = integer;
+    char16_t* end = putUnits(reinterpret_cast<char16_t*>(value + 1), name);
+    *putUnits(end, text) = u'\0';
+    return tarvo::Reference<NamedValue>::share(value);
 }
 
 void NamedValue::release() noexcept {
-    if (references_.fetch_sub(1, std::memory_order_acq_rel) != 1)
+    if (!dropReference(references_))
         return;
+    const TreeMemory::Place place = place_;
     this->~NamedValue();
-    ::operator delete(this);
+    TreeMemory::free(this, place);
 }
 
-TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash) noexcept : hash_(hash) {
-    storeName(name);
-}
-
-TarvoRegistry::TarvoRegistry(const TarvoRegistry& other)
-    : subKeys(other.subKeys), values(other.values), hash_(other.hash_) {
-    storeName(other.name());
-}
-
-void TarvoRegistry::storeName(std::u16string_view name) noexcept {
-    nameLength_ = static_cast<std::uint32_t>(name.size());
+TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash,
+                             TreeMemory::Place place) noexcept
+    : place_(place), hash_(hash), nameLength_(static_cast<std::uint32_t>(name.size())) {
     putUnits(reinterpret_cast<char16_t*>(this + 1), name);
 }
 
-tarvo::Reference<TarvoRegistry> TarvoRegistry::make(std::u16string_view name, std::uint32_t hash) {
-    void* memory = allocateWithUnits<TarvoRegistry>(name.size());
-    return tarvo::Reference<TarvoRegistry>::share(new (memory) TarvoRegistry(name, hash));
+tarvo::Reference<TarvoRegistry> TarvoRegistry::make(TreeMemory& memory, std::u16string_view name,
+                                                    std::uint32_t hash) {
+    const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
+    return tarvo::Reference<TarvoRegistry>::share(new (block.address)
+                                                      TarvoRegistry(name, hash, block.place));
 }
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::makeRoot() {
-    return make({}, hashOfName({}));
+    TreeMemory memory;
+    return make(memory, {}, hashOfName({}));
 }
 
-tarvo::Reference<TarvoRegistry> TarvoRegistry::copy() const {
-    std::unique_ptr<void, FreeMemory> memory(allocateWithUnits<TarvoRegistry>(nameLength_));
-    auto* node = new (memory.get()) TarvoRegistry(*this);
-    static_cast<void>(memory.release()); // the node's own from here on
-    return tarvo::Reference<TarvoRegistry>::share(node);
+tarvo::Reference<TarvoRegistry> TarvoRegistry::copy(TreeMemory& memory) const {
+    auto node = make(memory, name(), hash_);
+    node->subKeys = subKeys;
+    node->values = values;
+    return node;
 }
 
 // A tree can be as deep as its file says, so its nodes are torn down from a list of those that have
 // lost their last reference, and not by one destructor inside the other.
 void TarvoRegistry::release() noexcept {
-    if (!dropReference())
+    if (!dropReference(references_))
         return;
     TarvoRegistry* pending = this;
     while (pending != nullptr) {
         TarvoRegistry* node = pending;
         pending = node->nextToDestroy_;
         node->subKeys.handOverEach([&](TarvoRegistry* child) {
-            if (child->dropReference()) {
+            if (dropReference(child->references_)) {
                 child->nextToDestroy_ = pending;
                 pending = child;
             }
         });
+        const TreeMemory::Place place = node->place_;
         node->~TarvoRegistry();
-        ::operator delete(node);
+        TreeMemory::free(node, place);
     }
 }
 

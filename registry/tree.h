@@ -3,10 +3,11 @@
 // nodes that nobody else has seen.
 //
 // Nodes and values count their own references and carry their names with them, each in one piece of
-// memory, so that a file loads with one allocation for each of its elements.
+// memory.
 #pragma once
 
 #include "registry/name_table.h"
+#include "registry/tree_memory.h"
 #include "tarvo/reference.hpp"
 
 #include <atomic>
@@ -28,9 +29,10 @@ struct RegistryValue {
 // A value in the tree, with its name. Never changed.
 class NamedValue {
   public:
-    // `name` is folded, and `hash` is that of it.
-    static tarvo::Reference<NamedValue> make(std::u16string_view name, std::uint32_t hash,
-                                             const RegistryValue& value);
+    // `name` is folded, and `hash` is that of it. The other arguments are as in RegistryValue.
+    static tarvo::Reference<NamedValue> make(TreeMemory& memory, std::u16string_view name,
+                                             std::uint32_t hash, RegistryValueType type,
+                                             std::int32_t integer, std::u16string_view text);
     NamedValue(const NamedValue&) = delete;
     NamedValue& operator=(const NamedValue&) = delete;
 
@@ -46,30 +48,33 @@ class NamedValue {
     std::u16string_view text() const noexcept { return {units() + nameLength_, textLength_}; }
 
   private:
-    NamedValue(std::u16string_view name, std::uint32_t hash, const RegistryValue& value) noexcept;
+    NamedValue() noexcept = default;
     ~NamedValue() = default;
 
     // The units of the name and then of the text stand behind the object.
     const char16_t* units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
 
     std::atomic<std::uint32_t> references_ = 0;
-    std::uint32_t hash_;
-    std::uint32_t nameLength_;
-    std::uint32_t textLength_;
-    RegistryValueType type_;
-    std::int32_t integer_;
+    TreeMemory::Place place_ = 0;
+    std::uint32_t hash_ = 0;
+    std::uint32_t nameLength_ = 0;
+    std::uint32_t textLength_ = 0;
+    RegistryValueType type_ = RegistryValueType::empty;
+    std::int32_t integer_ = 0;
 };
 
 // One key of the tree.
 class TarvoRegistry {
   public:
     // `name` is folded, and `hash` is that of it. A root has the empty name.
-    static tarvo::Reference<TarvoRegistry> make(std::u16string_view name, std::uint32_t hash);
+    static tarvo::Reference<TarvoRegistry> make(TreeMemory& memory, std::u16string_view name,
+                                                std::uint32_t hash);
     static tarvo::Reference<TarvoRegistry> makeRoot();
 
     // A node of the same name with tables of its own that share this one's values and sub-keys.
-    tarvo::Reference<TarvoRegistry> copy() const;
+    tarvo::Reference<TarvoRegistry> copy(TreeMemory& memory) const;
 
+    TarvoRegistry(const TarvoRegistry&) = delete;
     TarvoRegistry& operator=(const TarvoRegistry&) = delete;
 
     void addReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
@@ -84,16 +89,11 @@ class TarvoRegistry {
     NameTable<NamedValue> values;
 
   private:
-    TarvoRegistry(std::u16string_view name, std::uint32_t hash) noexcept;
-    TarvoRegistry(const TarvoRegistry& other);
+    TarvoRegistry(std::u16string_view name, std::uint32_t hash, TreeMemory::Place place) noexcept;
     ~TarvoRegistry() = default;
 
-    bool dropReference() noexcept {
-        return references_.fetch_sub(1, std::memory_order_acq_rel) == 1;
-    }
-    void storeName(std::u16string_view name) noexcept;
-
     std::atomic<std::uint32_t> references_ = 0;
+    TreeMemory::Place place_;
     std::uint32_t hash_;
     std::uint32_t nameLength_;
     TarvoRegistry* nextToDestroy_ = nullptr;
