@@ -45,6 +45,9 @@ class TarvoBaseImpl {
             delete this;
     }
 
+    // Whether the caller's reference is the only one. One thread at a time.
+    bool isSoleReference() const noexcept { return references_.load() == 1; }
+
     I* pair() noexcept { return &pair_; }
 
   protected:

@@ -14,13 +14,7 @@ TarvoResult notYet(T** out) {
 
 } // namespace
 
-const VaskDataClassFactory* vaskGetDataClassFactory(void) {
-    return nullptr;
-}
-
-TarvoResult vaskGetRegistryWriter(uint8_t, IVaskRegistryWriter** writer) {
-    return notYet(writer);
-}
+const VaskDataClassFactory* vaskGetDataClassFactory(void) { return nullptr; }
 
 TarvoResult vaskGetPMCEnumerator(IVaskPMCEnumerator** enumerator) {
     return notYet(enumerator);

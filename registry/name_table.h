@@ -72,6 +72,28 @@ class NameTable {
         slot.entry = entry.detach();
     }
 
+    // Takes out the entry of a name, if there is one.
+    void remove(std::u16string_view name) noexcept {
+        if (count_ == 0)
+            return;
+        std::uint32_t gap = placeOf(name, hashOfName(name));
+        if (slots_[gap].entry == nullptr)
+            return;
+        const auto removed = tarvo::Reference<Entry>::adopt(slots_[gap].entry);
+        --count_;
+        // Entries that a search would no longer reach across the gap move into it.
+        const std::uint32_t mask = capacity_ - 1;
+        for (std::uint32_t place = (gap + 1) & mask; slots_[place].entry != nullptr;
+             place = (place + 1) & mask) {
+            const std::uint32_t distance = (place - slots_[place].hash) & mask;
+            if (distance >= ((place - gap) & mask)) {
+                slots_[gap] = slots_[place];
+                gap = place;
+            }
+        }
+        slots_[gap] = {};
+    }
+
     // Calls `use` with each entry, in no particular order.
     template <class Use>
     void forEach(Use&& use) const {

@@ -171,7 +171,7 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
     NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
     if (siblings.find(scratch_.view(), hash) != nullptr)
         return fail(tag.position, "a key of this name stands here already");
-    auto key = TarvoRegistry::make(memory_, scratch_.view(), hash);
+    auto key = TarvoRegistry::make(memory_, scratch_.view(), hash, root_->edition());
     nodes_.push_back(key.get());
     siblings.insert(std::move(key));
     return ParseOutcome::complete;

@@ -38,7 +38,7 @@ struct MarkupFault {
 
 class RegistryParser {
   public:
-    // `root` is new, and is filled. An empty `knownId` is no file's.
+    // `root` is new, and is filled with keys of its edition. An empty `knownId` is no file's.
     RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16string knownId);
 
     // To be called once. The bytes must stay where they are for the length of the call. The root is

@@ -1,13 +1,10 @@
 #include "registry/scope.h"
 
 #include "core/environment.h"
-#include "platform/file.h"
-#include "platform/process.h"
+#include "registry/registry_file.h"
 #include "registry/registry_parser.h"
 #include "tarvo/result.h"
 
-#include <algorithm>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -32,27 +29,6 @@ Scope& scopeOf(bool allUsers) {
     return allUsers ? machine : user;
 }
 
-platform::OpenedFile openWhenReaderMay(const std::u16string& path) {
-    for (;;) {
-        platform::OpenedFile opened = platform::File::openForReading(path);
-        if (opened.error != platform::FileError::sharingViolation)
-            return opened;
-        platform::pauseFor(std::chrono::milliseconds(100));
-    }
-}
-
-Result resultOfOpening(platform::FileError error) {
-    switch (error) {
-    case platform::FileError::notFound:
-    case platform::FileError::pathNotFound:
-        return RC_OK; // an empty scope
-    case platform::FileError::accessDenied:
-        return RC_ACCESS_DENIED;
-    default:
-        return RC_UNSPECIFIED;
-    }
-}
-
 // What the front of a file tells of its id.
 enum class FrontOfFile { unchanged, changed, notSeen };
 
@@ -73,48 +49,17 @@ FrontOfFile lookAtFront(std::string_view front, std::u16string_view knownId) {
     return FrontOfFile::notSeen;
 }
 
-// The bytes of a file, as far as they have been read. Room for them isn't cleared before.
-class FileBytes {
-  public:
-    explicit FileBytes(platform::File& file) : file_(file) {}
-
-    std::string_view view() const { return {bytes_.get(), size_}; }
-    bool atEnd() const { return atEnd_; }
-
-    // Reads on until `size` bytes are there or the file ends. False on a failed read.
-    bool readUpTo(std::size_t size) {
-        auto bytes = std::make_unique_for_overwrite<char[]>(size);
-        std::copy_n(bytes_.get(), size_, bytes.get());
-        bytes_ = std::move(bytes);
-        const auto read = file_.read({bytes_.get() + size_, size - size_});
-        size_ += read.value_or(0);
-        atEnd_ = size_ < size;
-        return read.has_value();
-    }
-
-  private:
-    platform::File& file_;
-    std::unique_ptr<char[]> bytes_;
-    std::size_t size_ = 0;
-    bool atEnd_ = false;
-};
-
 // Reads a file whole, or only its front if that shows the known id. Nothing on a failed read.
-std::optional<FrontOfFile> readIfChanged(platform::File& file, std::u16string_view knownId,
-                                         FileBytes& bytes) {
-    constexpr std::size_t kFirstRead = 4096;
+std::optional<FrontOfFile> readIfChanged(FileBytes& bytes, std::u16string_view knownId) {
     FrontOfFile front = knownId.empty() ? FrontOfFile::changed : FrontOfFile::notSeen;
-    for (std::size_t size = kFirstRead; !bytes.atEnd(); size *= 2) {
-        if (front == FrontOfFile::changed) // one byte more than there should be shows the end
-            size = std::max<std::size_t>(size, file.size().value_or(0) + 1);
+    for (std::size_t size = 4096; front == FrontOfFile::notSeen && !bytes.atEnd(); size *= 2) {
         if (!bytes.readUpTo(size))
             return std::nullopt;
-        if (front == FrontOfFile::notSeen)
-            front = lookAtFront(bytes.view(), knownId);
-        if (front == FrontOfFile::unchanged)
-            return front;
+        front = lookAtFront(bytes.view(), knownId);
     }
-    return FrontOfFile::changed;
+    if (front != FrontOfFile::unchanged && !bytes.readAll())
+        return std::nullopt;
+    return front;
 }
 
 Result emptyTree(tarvo::Reference<TarvoRegistry>& root, std::u16string& id, Result result) {
@@ -140,16 +85,16 @@ Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& 
                    std::u16string& id) {
     if (path.empty())
         return emptyTree(root, id, RC_OK);
-    platform::OpenedFile opened = openWhenReaderMay(path);
-    if (opened.error != platform::FileError::none)
-        return emptyTree(root, id, resultOfOpening(opened.error));
+    platform::File file;
+    if (const Result result = openRegistryShared(path, file); result != RC_OK || !file)
+        return emptyTree(root, id, result);
 
-    FileBytes bytes(opened.file);
-    const auto read = readIfChanged(opened.file, id, bytes);
-    opened.file.close();
-    if (!read)
+    FileBytes bytes(file);
+    const auto front = readIfChanged(bytes, id);
+    file.close();
+    if (!front)
         return emptyTree(root, id, RC_UNSPECIFIED);
-    if (read == FrontOfFile::unchanged)
+    if (front == FrontOfFile::unchanged)
         return RC_OK;
     if (bytes.view().empty())
         return emptyTree(root, id, RC_OK);

@@ -49,26 +49,27 @@ void NamedValue::release() noexcept {
     TreeMemory::free(this, place);
 }
 
-TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash,
+TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash, Edition edition,
                              TreeMemory::Place place) noexcept
-    : place_(place), hash_(hash), nameLength_(static_cast<std::uint32_t>(name.size())) {
+    : place_(place), hash_(hash), nameLength_(static_cast<std::uint32_t>(name.size())),
+      edition_(edition) {
     putUnits(reinterpret_cast<char16_t*>(this + 1), name);
 }
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::make(TreeMemory& memory, std::u16string_view name,
-                                                    std::uint32_t hash) {
+                                                    std::uint32_t hash, Edition edition) {
     const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
-    return tarvo::Reference<TarvoRegistry>::share(new (block.address)
-                                                      TarvoRegistry(name, hash, block.place));
+    return tarvo::Reference<TarvoRegistry>::share(
+        new (block.address) TarvoRegistry(name, hash, edition, block.place));
 }
 
-tarvo::Reference<TarvoRegistry> TarvoRegistry::makeRoot() {
+tarvo::Reference<TarvoRegistry> TarvoRegistry::makeRoot(Edition edition) {
     TreeMemory memory;
-    return make(memory, {}, hashOfName({}));
+    return make(memory, {}, hashOfFoldedName({}), edition);
 }
 
-tarvo::Reference<TarvoRegistry> TarvoRegistry::copy(TreeMemory& memory) const {
-    auto node = make(memory, name(), hash_);
+tarvo::Reference<TarvoRegistry> TarvoRegistry::copy(TreeMemory& memory, Edition edition) const {
+    auto node = make(memory, name(), hash_, edition);
     node->subKeys = subKeys;
     node->values = values;
     return node;

@@ -63,16 +63,21 @@ class NamedValue {
     std::int32_t integer_ = 0;
 };
 
+// Tells who may change a node: it bears the edition of the writer that made it, for as long as
+// nobody else has seen it. A node of no edition is never changed.
+using Edition = std::uint64_t;
+constexpr Edition kNoEdition = 0;
+
 // One key of the tree.
 class TarvoRegistry {
   public:
     // `name` is folded, and `hash` is that of it. A root has the empty name.
     static tarvo::Reference<TarvoRegistry> make(TreeMemory& memory, std::u16string_view name,
-                                                std::uint32_t hash);
-    static tarvo::Reference<TarvoRegistry> makeRoot();
+                                                std::uint32_t hash, Edition edition);
+    static tarvo::Reference<TarvoRegistry> makeRoot(Edition edition = kNoEdition);
 
     // A node of the same name with tables of its own that share this one's values and sub-keys.
-    tarvo::Reference<TarvoRegistry> copy(TreeMemory& memory) const;
+    tarvo::Reference<TarvoRegistry> copy(TreeMemory& memory, Edition edition) const;
 
     TarvoRegistry(const TarvoRegistry&) = delete;
     TarvoRegistry& operator=(const TarvoRegistry&) = delete;
@@ -80,6 +85,7 @@ class TarvoRegistry {
     void addReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
     void release() noexcept;
 
+    Edition edition() const noexcept { return edition_; }
     std::uint32_t hash() const noexcept { return hash_; }
     std::u16string_view name() const noexcept {
         return {reinterpret_cast<const char16_t*>(this + 1), nameLength_};
@@ -89,13 +95,15 @@ class TarvoRegistry {
     NameTable<NamedValue> values;
 
   private:
-    TarvoRegistry(std::u16string_view name, std::uint32_t hash, TreeMemory::Place place) noexcept;
+    TarvoRegistry(std::u16string_view name, std::uint32_t hash, Edition edition,
+                  TreeMemory::Place place) noexcept;
     ~TarvoRegistry() = default;
 
     std::atomic<std::uint32_t> references_ = 0;
     TreeMemory::Place place_;
     std::uint32_t hash_;
     std::uint32_t nameLength_;
+    Edition edition_;
     TarvoRegistry* nextToDestroy_ = nullptr;
 };
 

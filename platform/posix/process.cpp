@@ -1,11 +1,16 @@
 #include "platform/process.h"
 
 #include <thread>
+#include <unistd.h>
 
 namespace platform {
 
 void pauseFor(std::chrono::milliseconds time) {
     std::this_thread::sleep_for(time);
+}
+
+bool isElevated() {
+    return geteuid() == 0;
 }
 
 } // namespace platform

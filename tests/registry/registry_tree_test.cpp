@@ -74,13 +74,13 @@ TEST(NameTable, HoldsWhatWasPutInLast) {
 TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(TarvoRegistry::make(memory, u"child", hashOfName(u"child")));
+    root->subKeys.insert(TarvoRegistry::make(memory, u"child", hashOfName(u"child"), kNoEdition));
     root->values.insert(makeValue(u"value", 1));
-    const auto copy = root->copy(memory);
+    const auto copy = root->copy(memory, kNoEdition);
     EXPECT_EQ(copy->subKeys.find(u"CHILD"), root->subKeys.find(u"child"));
     EXPECT_EQ(copy->values.find(u"value"), root->values.find(u"Value"));
     root->values.insert(makeValue(u"value", 2));
-    root->subKeys.insert(TarvoRegistry::make(memory, u"other", hashOfName(u"other")));
+    root->subKeys.insert(TarvoRegistry::make(memory, u"other", hashOfName(u"other"), kNoEdition));
     EXPECT_EQ(copy->values.find(u"value")->integer(), 1);
     EXPECT_EQ(copy->subKeys.find(u"other"), nullptr);
 }
@@ -88,7 +88,7 @@ TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
 TEST(TarvoRegistry, FindsNothingBelowAnEmptyComponent) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(TarvoRegistry::make(memory, u"a", hashOfName(u"a")));
+    root->subKeys.insert(TarvoRegistry::make(memory, u"a", hashOfName(u"a"), kNoEdition));
     EXPECT_EQ(findKey(root.get(), nullptr), root.get());
     EXPECT_EQ(findKey(root.get(), u""), nullptr);
     EXPECT_EQ(findKey(root.get(), u"a/"), root->subKeys.find(u"a"));
