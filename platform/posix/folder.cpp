@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <string>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace platform {
 namespace {
@@ -20,24 +19,27 @@ std::string environmentText(const char* name) {
     return value ? value : "";
 }
 
-bool isAbsolute(const std::string& path) {
+bool isAbsolute(std::string_view path) {
     return path.starts_with('/');
 }
 
+// Empty if there is no such place. A place relative to the current folder is none: the text is kept
+// when that folder changes.
 std::string placeOf(SpecialFolder which) {
     const bool isCommon = which == SpecialFolder::commonAppData;
     if (const char* root = secure_getenv("TARVO_PLATFORM_ROOT")) {
-        return std::string{root} + (isCommon ? "/ProgramData" : "/LocalAppData");
+        // Never the user's own folders instead.
+        return isAbsolute(root) ? std::string{root} + (isCommon ? "/ProgramData" : "/LocalAppData")
+                                : "";
     }
     if (isCommon) {
         return "/var/lib";
     }
-    // One that is not absolute does not count.
     if (std::string data = environmentText("XDG_DATA_HOME"); isAbsolute(data)) {
         return data;
     }
     const std::string home = environmentText("HOME");
-    return home.empty() ? home : home + "/.local/share";
+    return isAbsolute(home) ? home + "/.local/share" : "";
 }
 
 bool isFolder(const std::string& path) {
@@ -62,11 +64,7 @@ bool ensureFolder(const std::string& path) {
 
 std::u16string specialFolder(SpecialFolder which) {
     const std::string path = placeOf(which);
-    // The text outlives the current folder, so a place relative to that can't be used.
-    if (!isAbsolute(path) || !ensureFolder(path)) {
-        return {};
-    }
-    return fromNativePath(path);
+    return !path.empty() && ensureFolder(path) ? fromNativePath(path) : std::u16string{};
 }
 
 bool folderExists(std::u16string_view path) {

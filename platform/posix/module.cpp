@@ -48,6 +48,9 @@ bool isRegularFile(const char* path) {
 
 ModuleHandle loadModule(std::u16string_view path) {
     std::string name = nativePath(path);
+    if (name.empty()) {
+        return nullptr; // the loader takes that for the program itself
+    }
     const bool isPath = name.find('/') != std::string::npos; // anything else the loader looks for
     if (isPath) {
         name = findPath(name).path;

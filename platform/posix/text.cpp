@@ -144,20 +144,23 @@ void appendUtf16(std::string_view utf8, std::u16string& out) {
 }
 
 void appendUtf8(std::u16string_view text, std::string& out) {
-    constexpr std::size_t bytesPerUnit = 3;
     const std::size_t start = out.size();
-    out.resize(start + text.size() * bytesPerUnit);
-    char* target = out.data() + start;
-    for (;;) {
-        const std::size_t ascii = copyAsciiFront(text, target);
-        text.remove_prefix(ascii);
-        target += ascii;
-        if (text.empty()) {
-            break;
-        }
+    out.resize(start + text.size());
+    const std::size_t front = copyAsciiFront(text, out.data() + start);
+    text.remove_prefix(front);
+    if (text.empty()) {
+        return; // nearly always
+    }
+    constexpr std::size_t bytesPerUnit = 3;
+    out.resize(start + front + text.size() * bytesPerUnit);
+    char* target = out.data() + start + front;
+    while (!text.empty()) {
         const Piece piece = decode(text);
         text.remove_prefix(piece.size);
         target = putUtf8(piece.character, target);
+        const std::size_t ascii = copyAsciiFront(text, target);
+        text.remove_prefix(ascii);
+        target += ascii;
     }
     out.resize(static_cast<std::size_t>(target - out.data()));
 }

@@ -23,30 +23,31 @@ int asCount(std::size_t size) {
 void appendUtf16(std::string_view utf8, std::u16string& out) {
     const std::size_t start = out.size();
     out.resize(start + utf8.size()); // no byte becomes more than one unit
-    const std::size_t done = copyAsciiFront(utf8, out.data() + start);
-    const int rest = asCount(utf8.size() - done);
-    int converted = 0;
-    if (rest > 0) {
-        converted =
-            MultiByteToWideChar(CP_UTF8, 0, utf8.data() + done, rest,
-                                reinterpret_cast<wchar_t*>(out.data() + start + done), rest);
+    const std::size_t front = copyAsciiFront(utf8, out.data() + start);
+    if (front == utf8.size()) {
+        return; // nearly always
     }
-    out.resize(start + done + static_cast<std::size_t>(converted));
+    const int rest = asCount(utf8.size() - front);
+    auto* const target = reinterpret_cast<wchar_t*>(out.data() + start + front);
+    const int count = MultiByteToWideChar(CP_UTF8, 0, utf8.data() + front, rest, target, rest);
+    out.resize(start + front + static_cast<std::size_t>(count));
 }
 
 void appendUtf8(std::u16string_view text, std::string& out) {
-    constexpr std::size_t bytesPerUnit = 3;
     const std::size_t start = out.size();
-    out.resize(start + text.size() * bytesPerUnit);
-    const std::size_t done = copyAsciiFront(text, out.data() + start);
-    const std::size_t rest = text.size() - done;
-    int converted = 0;
-    if (rest > 0) {
-        converted = WideCharToMultiByte(
-            CP_UTF8, 0, reinterpret_cast<const wchar_t*>(text.data() + done), asCount(rest),
-            out.data() + start + done, asCount(rest * bytesPerUnit), nullptr, nullptr);
+    out.resize(start + text.size());
+    const std::size_t front = copyAsciiFront(text, out.data() + start);
+    if (front == text.size()) {
+        return; // nearly always
     }
-    out.resize(start + done + static_cast<std::size_t>(converted));
+    constexpr std::size_t bytesPerUnit = 3;
+    const std::size_t rest = text.size() - front;
+    out.resize(start + front + rest * bytesPerUnit);
+    const auto* const source = reinterpret_cast<const wchar_t*>(text.data() + front);
+    const int count =
+        WideCharToMultiByte(CP_UTF8, 0, source, asCount(rest), out.data() + start + front,
+                            asCount(rest * bytesPerUnit), nullptr, nullptr);
+    out.resize(start + front + static_cast<std::size_t>(count));
 }
 
 } // namespace platform
