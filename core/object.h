@@ -34,6 +34,7 @@ struct UUIDLess {
 template <class T, class I>
 class TarvoBaseImpl {
   public:
+    using MeType = TarvoBaseImpl;
     using Table = std::remove_pointer_t<decltype(I::table)>;
 
     TarvoBaseImpl(const TarvoBaseImpl&) = delete;
@@ -51,7 +52,7 @@ class TarvoBaseImpl {
     I* pair() noexcept { return &pair_; }
 
   protected:
-    explicit TarvoBaseImpl(Table* table) noexcept : pair_{static_cast<T*>(this), table} {}
+    explicit TarvoBaseImpl(Table* table) noexcept : pair_{this, table} {}
     virtual ~TarvoBaseImpl() = default;
 
   private:
@@ -111,9 +112,7 @@ class VaskBaseImpl {
     IVaskInterface* pair() noexcept { return &pair_; }
 
   protected:
-    VaskBaseImpl() : pair_{static_cast<T*>(this), &kTable} {
-        enterInterface(kIVaskInterfaceId, &pair_);
-    }
+    VaskBaseImpl() : pair_{this, &kTable} { enterInterface(kIVaskInterfaceId, &pair_); }
     virtual ~VaskBaseImpl() = default;
 
     // Every interface begins with the slots of IVaskInterface, so its pair serves as one.
@@ -151,7 +150,8 @@ class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
   protected:
     explicit ReadOnlyNamedVaskBaseImpl(std::u16string_view name,
                                        std::u16string_view description = {})
-        : identification_{static_cast<T*>(this), &kTable}, name_(name), description_(description) {
+        : identification_{static_cast<VaskBaseImpl<T>*>(this), &kTable}, name_(name),
+          description_(description) {
         this->enterInterface(kITarvoIdentificationId, &identification_);
     }
 

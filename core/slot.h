@@ -35,6 +35,15 @@ concept KeepsLastError = requires(T& object, std::u16string_view scope,
 
 namespace detail {
 
+// The object behind a `me`. A base that hands out its own address as `me` says so by a MeType.
+template <class T>
+T& objectOf(void* me) noexcept {
+    if constexpr (requires { typename T::MeType; })
+        return static_cast<T&>(*static_cast<typename T::MeType*>(me));
+    else
+        return *static_cast<T*>(me);
+}
+
 template <class T>
 Result failureWithDetail(T& object, std::u16string_view scope,
                          const vask_link_error& error) noexcept {
@@ -82,7 +91,7 @@ struct Slot;
 template <class T, auto Member, FixedText Scope, class Base, class... Arguments>
 struct Slot<T, Member, Scope, Result (Base::*)(Arguments...)> {
     static Result call(void* me, Arguments... arguments) noexcept {
-        T& object = *static_cast<T*>(me);
+        T& object = objectOf<T>(me);
         try {
             return (object.*Member)(arguments...);
         } catch (...) {
@@ -98,13 +107,13 @@ struct Slot<T, Member, Scope, Result (Base::*)(Arguments...)> {
 template <class T, auto Member, FixedText Scope, class Base, class Value, class... Arguments>
 struct Slot<T, Member, Scope, Value (Base::*)(Arguments...) noexcept> {
     static Value call(void* me, Arguments... arguments) noexcept {
-        return (static_cast<T*>(me)->*Member)(arguments...);
+        return (objectOf<T>(me).*Member)(arguments...);
     }
 };
 
 } // namespace detail
 
-// The table entry for a member function of T, or of a base of T. `me` is the address of the T.
+// The table entry for a member function of T, or of a base of T.
 template <class T, auto Member, FixedText Scope = u"">
 constexpr auto* slot = &detail::Slot<T, Member, Scope>::call;
 
