@@ -1,0 +1,22 @@
+#include "platform/console.h"
+
+#include <sys/utsname.h>
+
+namespace platform {
+
+std::vector<std::string> utf8Arguments(int argc, const char* const* argv) {
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+Utf8Console::Utf8Console() = default;
+Utf8Console::~Utf8Console() = default;
+
+std::string systemDescription() {
+    utsname name{};
+    if (uname(&name) != 0) {
+        return "unknown";
+    }
+    return std::string{name.sysname} + ' ' + name.release + ", " + name.machine;
+}
+
+} // namespace platform

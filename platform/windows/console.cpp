@@ -1,0 +1,71 @@
+#include "platform/console.h"
+
+#include "platform/text.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#include <memory>
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace platform {
+namespace {
+
+struct FreeLocal {
+    void operator()(void* memory) const { LocalFree(memory); }
+};
+
+template <typename Function>
+Function* ntFunction(const char* name) {
+    const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(ntdll, name)));
+}
+
+} // namespace
+
+// The arguments as the language's library hands them over have lost what the code page can't hold.
+std::vector<std::string> utf8Arguments(int, const char* const*) {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, FreeLocal> texts{CommandLineToArgvW(GetCommandLineW(), &count)};
+    std::vector<std::string> arguments;
+    for (int i = 1; texts && i < count; ++i) {
+        const std::wstring_view text = texts.get()[i];
+        appendUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()},
+                   arguments.emplace_back());
+    }
+    return arguments;
+}
+
+Utf8Console::Utf8Console() : codePage_{GetConsoleOutputCP()} {
+    SetConsoleOutputCP(CP_UTF8);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+}
+
+Utf8Console::~Utf8Console() {
+    std::fflush(stdout);
+    if (codePage_ != 0) {
+        SetConsoleOutputCP(codePage_);
+    }
+}
+
+// What GetVersionEx tells depends on the program's manifest.
+std::string systemDescription() {
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    const auto getVersion = ntFunction<LONG WINAPI(OSVERSIONINFOW*)>("RtlGetVersion");
+    if (!getVersion || getVersion(&version) != 0) {
+        return "Windows";
+    }
+    std::string text = "Windows " + std::to_string(version.dwMajorVersion) + '.' +
+                       std::to_string(version.dwMinorVersion) + '.' +
+                       std::to_string(version.dwBuildNumber) + ", x86_64";
+    if (const auto wineVersion = ntFunction<const char*()>("wine_get_version")) {
+        text.append(", under Wine ").append(wineVersion());
+    }
+    return text;
+}
+
+} // namespace platform

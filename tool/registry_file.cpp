@@ -1,0 +1,105 @@
+#include "tool/registry_file.h"
+
+#include "platform/file.h"
+#include "platform/process.h"
+#include "registry/registry_parser.h"
+#include "tool/failure.h"
+#include "tool/text.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fmt/format.h>
+#include <vector>
+
+namespace tool {
+
+namespace {
+
+using platform::FileError;
+
+[[noreturn]] void failToRead(const std::u16string& path, FileError error) {
+    const std::string attempt = "cannot read " + toUtf8(path);
+    switch (error) {
+    case FileError::accessDenied:
+        throw Failure(attempt, RC_ACCESS_DENIED);
+    case FileError::sharingViolation:
+        throw Failure(attempt + ": another program is writing it; try again when it has finished");
+    default:
+        throw Failure(attempt, RC_UNSPECIFIED);
+    }
+}
+
+// A commit holds a file for moments only; one that stays held for long is worth a message.
+platform::OpenedFile openPatiently(const std::u16string& path) {
+    using namespace std::chrono_literals;
+    constexpr int kAttempts = 50;
+    platform::OpenedFile opened = platform::File::openForReading(path);
+    for (int i = 1; i < kAttempts && opened.error == FileError::sharingViolation; ++i) {
+        platform::pauseFor(100ms);
+        opened = platform::File::openForReading(path);
+    }
+    return opened;
+}
+
+std::string readBytes(platform::File& file, const std::u16string& path) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    std::string bytes;
+    for (;;) {
+        const std::size_t before = bytes.size();
+        bytes.resize(before + kPiece);
+        const auto read = file.read({bytes.data() + before, kPiece});
+        if (!read)
+            failToRead(path, FileError::other);
+        bytes.resize(before + *read);
+        if (*read < kPiece)
+            return bytes;
+    }
+}
+
+FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
+    const std::string_view before = bytes.substr(0, fault.offset);
+    const auto lineFeeds = std::ranges::count(before, '\n');
+    const std::size_t lineStart = before.rfind('\n') + 1; // 0 on the first line
+    return {.line = static_cast<std::size_t>(lineFeeds) + 1,
+            .column = before.size() - lineStart + 1,
+            .reason = fault.reason};
+}
+
+} // namespace
+
+RegistryFile readRegistryFile(const std::u16string& path) {
+    RegistryFile result;
+    result.root = TARVO::TarvoRegistry::makeRoot();
+    platform::OpenedFile opened = openPatiently(path);
+    if (opened.error == FileError::notFound || opened.error == FileError::pathNotFound)
+        return result;
+    if (opened.error != FileError::none)
+        failToRead(path, opened.error);
+    result.isThere = true;
+    const std::string bytes = readBytes(opened.file, path);
+    TARVO::RegistryParser parser(result.root, {});
+    if (parser.parse(bytes) == TARVO::ParseOutcome::malformed) {
+        result.root = nullptr;
+        result.fault = locate(parser.fault(), bytes);
+    }
+    return result;
+}
+
+std::string describeFault(std::u16string_view path, const FileFault& fault) {
+    return fmt::format("{}:{}:{}: {}", toUtf8(path), fault.line, fault.column, fault.reason);
+}
+
+TreeSize sizeOfTree(const TARVO::TarvoRegistry& root) {
+    TreeSize size;
+    std::vector<const TARVO::TarvoRegistry*> ahead{&root};
+    while (!ahead.empty()) {
+        const TARVO::TarvoRegistry& key = *ahead.back();
+        ahead.pop_back();
+        size.keys += key.subKeys.size();
+        size.values += key.values.size();
+        key.subKeys.forEach([&](const TARVO::TarvoRegistry& child) { ahead.push_back(&child); });
+    }
+    return size;
+}
+
+} // namespace tool

@@ -1,0 +1,38 @@
+// A registry file read by itself, to show one scope or to find what is wrong with a file.
+#pragma once
+
+#include "registry/tree.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// The first place at which a file is malformed. Lines and columns count from 1, columns in bytes.
+struct FileFault {
+    std::size_t line = 0;
+    std::size_t column = 0;
+    std::string reason;
+};
+
+struct RegistryFile {
+    bool isThere = false;
+    tarvo::Reference<TARVO::TarvoRegistry> root; // null if the file is malformed
+    std::optional<FileFault> fault;
+};
+
+// A missing file is not there and has an empty tree. Raises Failure for one that can't be read.
+RegistryFile readRegistryFile(const std::u16string& path);
+
+// "path:line:column: reason"
+std::string describeFault(std::u16string_view path, const FileFault& fault);
+
+struct TreeSize {
+    std::size_t keys = 0; // without the root
+    std::size_t values = 0;
+};
+TreeSize sizeOfTree(const TARVO::TarvoRegistry& root);
+
+} // namespace tool
