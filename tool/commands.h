@@ -11,6 +11,30 @@ enum class Scope { all, machine, user };
 // other is reported on the error stream.
 void showRegistry(const std::string& path, Scope scope, bool asJson);
 
+// A place in the registry of one scope. Without a name it is the key itself.
+struct Change {
+    std::string path;
+    std::string name;
+    Scope scope = Scope::user;
+};
+
+enum class ValueType { string, integer, uuid, empty };
+
+// Sets a value; the key is made if it isn't there.
+void setRegistryValue(const Change& change, ValueType type, const std::string& text);
+
+// Deletes a value, or a key with all below it.
+void deleteFromRegistry(const Change& change);
+
+// Prints a key of one scope, with all below it, as JSON that importRegistry takes.
+void exportRegistry(const std::string& path, Scope scope);
+
+// Sets everything that the file holds, below the key at the path, by one commit.
+void importRegistry(const std::string& file, const std::string& path, Scope scope);
+
+// Puts the backup of a scope's file in the place of the file, which is kept aside.
+void restoreBackup(Scope scope);
+
 // Prints whether a registry file is well-formed, or its first fault. False for a malformed one.
 bool verifyRegistryFile(const std::string& path);
 

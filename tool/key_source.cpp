@@ -2,6 +2,7 @@
 
 #include "tarvo/tarvo.hpp"
 #include "tool/failure.h"
+#include "tool/registry_file.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -144,9 +145,13 @@ std::unique_ptr<KeySource> openMergedKey(const Library& library, const std::u16s
     return std::make_unique<MergedKey>(std::move(key));
 }
 
-std::unique_ptr<KeySource> openTreeKey(tarvo::Reference<TarvoRegistry> root, bool allUsers,
-                                       const std::u16string& path) {
-    TarvoRegistry* node = find(root.get(), path);
+std::unique_ptr<KeySource> openScopeKey(const Library& library, bool allUsers,
+                                        const std::u16string& path) {
+    const std::u16string filePath = library.registryPath(allUsers);
+    const RegistryFile file = readRegistryFile(filePath);
+    if (file.fault)
+        throw Failure(describeFault(filePath, *file.fault), RC_BAD_REGISTRY_FILE);
+    TarvoRegistry* node = find(file.root.get(), path);
     if (node == nullptr)
         throw Failure(cannotOpen(path), RC_NOT_FOUND);
     return std::make_unique<TreeKey>(tarvo::Reference<TarvoRegistry>::share(node), allUsers);

@@ -37,7 +37,7 @@ class KeySource {
 // Both raise Failure where there is no such key. An empty path is the root; any other begins with a
 // separator. The library must outlive the key.
 std::unique_ptr<KeySource> openMergedKey(const Library& library, const std::u16string& path);
-std::unique_ptr<KeySource> openTreeKey(tarvo::Reference<TARVO::TarvoRegistry> root, bool allUsers,
-                                       const std::u16string& path);
+std::unique_ptr<KeySource> openScopeKey(const Library& library, bool allUsers,
+                                        const std::u16string& path);
 
 } // namespace tool

@@ -23,6 +23,7 @@ Library::Library() : path_{platform::ownModulePath()} {
     bind(getTarvoVersion_, "getTarvoVersion");
     bind(getErrorDescription_, "getErrorDescription");
     bind(vaskGetRegistryKey_, "vaskGetRegistryKey");
+    bind(vaskGetRegistryWriter_, "vaskGetRegistryWriter");
 }
 
 template <class Function>

@@ -6,6 +6,7 @@
 #include "tarvo/environment.h"
 #include "tarvo/error.h"
 #include "tarvo/registry.h"
+#include "tarvo/registry_writer.h"
 
 #include <string>
 
@@ -38,6 +39,10 @@ class Library {
         return vaskGetRegistryKey_(path.c_str(), key);
     }
 
+    TarvoResult openWriter(bool allUsers, IVaskRegistryWriter** writer) const {
+        return vaskGetRegistryWriter_(allUsers ? 1 : 0, writer);
+    }
+
     // The text of a result code in the installation's language.
     std::string description(TarvoResult code) const;
 
@@ -57,6 +62,7 @@ class Library {
     getTarvoVersionFunction* getTarvoVersion_ = nullptr;
     getErrorDescriptionFunction* getErrorDescription_ = nullptr;
     vaskGetRegistryKeyFunction* vaskGetRegistryKey_ = nullptr;
+    vaskGetRegistryWriterFunction* vaskGetRegistryWriter_ = nullptr;
 };
 
 // Raises Failure for a result other than RC_OK.

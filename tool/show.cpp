@@ -28,21 +28,12 @@ std::unique_ptr<KeySource> openBothScopes(const Library& library, const std::u16
     return openMergedKey(library, path);
 }
 
-std::unique_ptr<KeySource> openOneScope(const Library& library, bool allUsers,
-                                        const std::u16string& path) {
-    const std::u16string filePath = library.registryPath(allUsers);
-    const RegistryFile file = readRegistryFile(filePath);
-    if (file.fault)
-        throw Failure(describeFault(filePath, *file.fault), RC_BAD_REGISTRY_FILE);
-    return openTreeKey(file.root, allUsers, path);
-}
-
 } // namespace
 
 void showRegistry(const std::string& path, Scope scope, bool asJson) {
     const Library library;
     auto key = scope == Scope::all ? openBothScopes(library, toUtf16(path))
-                                   : openOneScope(library, scope == Scope::machine, toUtf16(path));
+                                   : openScopeKey(library, scope == Scope::machine, toUtf16(path));
     const std::string text = asJson ? treeAsJson(std::move(key)) : treeAsText(std::move(key));
     fmt::print("{}", text);
 }

@@ -1,0 +1,90 @@
+#include "tool/scope_writer.h"
+
+#include "tool/failure.h"
+#include "tool/text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tool {
+
+KeyChange KeyChange::subKey(const std::string& name) const {
+    if (name.find_first_of("/\\") != std::string::npos)
+        throw Failure("a key's name can't hold a separator: " + name);
+    tarvo::Reference<IVaskRegistryKeyWriter> key;
+    require(key_->table->createKey(key_->me, toUtf16(name).c_str(), key.out()),
+            "cannot make the key " + name);
+    return KeyChange(std::move(key));
+}
+
+// A registry file has no way of telling the characters below 9.
+void KeyChange::setString(const std::string& name, const std::string& text) const {
+    if (std::ranges::any_of(text, [](char byte) { return byte >= 0 && byte < 9; }))
+        throw Failure("the text of the value " + name +
+                      " holds a control character that the registry can't keep");
+    require(key_->table->setStringValue(key_->me, toUtf16(name).c_str(), toUtf16(text).c_str()),
+            "cannot set the value " + name);
+}
+
+void KeyChange::setInteger(const std::string& name, std::int32_t number) const {
+    require(key_->table->setIntegerValue(key_->me, toUtf16(name).c_str(), number),
+            "cannot set the value " + name);
+}
+
+void KeyChange::setUuid(const std::string& name, const TarvoUUID& uuid) const {
+    require(key_->table->setUUIDValue(key_->me, toUtf16(name).c_str(), &uuid),
+            "cannot set the value " + name);
+}
+
+void KeyChange::setEmpty(const std::string& name) const {
+    require(key_->table->setEmptyValue(key_->me, toUtf16(name).c_str()),
+            "cannot set the value " + name);
+}
+
+ScopeWriter::ScopeWriter(const Library& library, bool allUsers)
+    : scopeName_(allUsers ? "machine" : "user") {
+    require(library.openWriter(allUsers, writer_.out()),
+            "cannot change the " + scopeName_ + " scope");
+}
+
+KeyChange ScopeWriter::key(const std::string& path) const {
+    tarvo::Reference<IVaskRegistryKeyWriter> key;
+    require(writer_->table->getKeyWriter(writer_->me, toUtf16(path).c_str(), key.out()),
+            "cannot open the key " + path);
+    return KeyChange(std::move(key));
+}
+
+void ScopeWriter::deleteKey(const std::string& path) const {
+    require(writer_->table->deleteKey(writer_->me, toUtf16(path).c_str()),
+            "cannot delete the key " + path);
+}
+
+void ScopeWriter::deleteValue(const std::string& path, const std::string& name) const {
+    require(writer_->table->deleteValue(writer_->me, toUtf16(path).c_str(), toUtf16(name).c_str()),
+            "cannot delete the value " + name + " of " + path);
+}
+
+bool ScopeWriter::hasKey(const std::string& path) const {
+    tarvo::Reference<IVaskRegistryKey> key;
+    const TarvoResult result =
+        writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out());
+    if (result != RC_NOT_FOUND)
+        require(result, "cannot open the key " + path);
+    return result == RC_OK;
+}
+
+bool ScopeWriter::hasValue(const std::string& path, const std::string& name) const {
+    tarvo::Reference<IVaskRegistryKey> key;
+    if (!hasKey(path))
+        return false;
+    require(writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out()),
+            "cannot open the key " + path);
+    std::uint32_t type = 0;
+    return key->table->getValueType(key->me, toUtf16(name).c_str(), nullptr, &type) == RC_OK;
+}
+
+void ScopeWriter::commit() const {
+    require(writer_->table->commit(writer_->me), "cannot write the " + scopeName_ + " scope");
+}
+
+} // namespace tool

@@ -1,0 +1,51 @@
+// Changes to one scope through the library: recorded first, then brought into the file by one
+// commit.
+#pragma once
+
+#include "tarvo/reference.hpp"
+#include "tarvo/registry_writer.h"
+#include "tool/library.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tool {
+
+// A key to change.
+class KeyChange {
+  public:
+    explicit KeyChange(tarvo::Reference<IVaskRegistryKeyWriter> key) : key_(std::move(key)) {}
+
+    KeyChange subKey(const std::string& name) const; // made if it isn't there
+    void setString(const std::string& name, const std::string& text) const;
+    void setInteger(const std::string& name, std::int32_t number) const;
+    void setUuid(const std::string& name, const TarvoUUID& uuid) const;
+    void setEmpty(const std::string& name) const;
+
+  private:
+    tarvo::Reference<IVaskRegistryKeyWriter> key_;
+};
+
+// Everything raises Failure where the library refuses it. The library must outlive the writer.
+class ScopeWriter {
+  public:
+    ScopeWriter(const Library& library, bool allUsers);
+
+    // The key at a path from the root, made if it isn't there.
+    KeyChange key(const std::string& path) const;
+
+    void deleteKey(const std::string& path) const;
+    void deleteValue(const std::string& path, const std::string& name) const;
+
+    // Tells whether there is such a key or value in the scope.
+    bool hasKey(const std::string& path) const;
+    bool hasValue(const std::string& path, const std::string& name) const;
+
+    void commit() const;
+
+  private:
+    tarvo::Reference<IVaskRegistryWriter> writer_;
+    std::string scopeName_;
+};
+
+} // namespace tool
