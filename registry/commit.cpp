@@ -27,8 +27,12 @@ bool copyPatiently(const std::u16string& from, const std::u16string& to) {
     return false;
 }
 
-bool backUp(const std::u16string& path) {
-    return !platform::fileExists(path) || copyPatiently(path, path + u".backup");
+// A malformed file can be what a commit left behind that was cut off. The commit won't go on from
+// it, and the copy of the last good state must not be lost for it.
+bool backUp(bool allUsers, const std::u16string& path) {
+    if (!platform::fileExists(path) || isMalformed(allUsers, path))
+        return true;
+    return copyPatiently(path, path + u".backup");
 }
 
 // Whatever comes of the writing, nothing of a longer text before may stay behind the new one.
@@ -47,7 +51,7 @@ Result TarvoRegistryWriter::commit() {
     const std::lock_guard lock(commits);
 
     const std::u16string path = registryFilePath(state_->allUsers);
-    if (path.empty() || !backUp(path))
+    if (path.empty() || !backUp(state_->allUsers, path))
         return RC_NO_DATA_FOLDER;
     if (const Result result = stageLibraryFiles(); result != RC_OK)
         return result;
@@ -77,7 +81,11 @@ Result TarvoRegistryWriter::mergeInto(platform::File& file) {
     rootKeyWriter_->replayOn(root);
     if (const Result result = registerPMCs(); result != RC_OK)
         return result;
-    return overwrite(file, registryText(*rootKeyWriter_->node(), UUIDText(newUUID()).view()));
+    const UUIDText id(newUUID());
+    const Result result = overwrite(file, registryText(*rootKeyWriter_->node(), id.view()));
+    if (result == RC_OK)
+        noteWritten(state_->allUsers, id.view());
+    return result;
 }
 
 // ---- the places of components and type libraries in a commit ----

@@ -21,6 +21,8 @@ struct Scope {
 
     std::mutex pathLock;
     std::u16string path;
+
+    std::u16string writtenId; // by a commit; under the lock of all commits
 };
 
 Scope& scopeOf(bool allUsers) {
@@ -116,6 +118,30 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
     if (result == RC_OK)
         node = tarvo::Reference<TarvoRegistry>::share(findKey(scope.root.get(), path));
     return result;
+}
+
+bool isMalformed(bool allUsers, const std::u16string& path) {
+    platform::File file;
+    if (openRegistryShared(path, file) != RC_OK || !file)
+        return false;
+    Scope& scope = scopeOf(allUsers);
+    std::u16string readId;
+    {
+        const std::lock_guard lock(scope.treeLock);
+        readId = scope.id;
+    }
+    FileBytes bytes(file);
+    if (!bytes.readUpTo(4096))
+        return false;
+    for (const std::u16string& known : {scope.writtenId, readId})
+        if (lookAtFront(bytes.view(), known) == FrontOfFile::unchanged)
+            return false;
+    return bytes.readAll() && RegistryParser(TarvoRegistry::makeRoot(), {}).parse(bytes.view()) !=
+                                  ParseOutcome::complete;
+}
+
+void noteWritten(bool allUsers, std::u16string_view id) {
+    scopeOf(allUsers).writtenId = id;
 }
 
 } // namespace TARVO

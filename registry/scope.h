@@ -7,6 +7,7 @@
 #include "tarvo/base.h"
 
 #include <string>
+#include <string_view>
 
 namespace TARVO {
 
@@ -26,5 +27,12 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
 // id stands for a tree that came from no file, or from one without an id.
 Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& root,
                    std::u16string& id);
+
+// Whether a scope's file can be read and is malformed. A file under an id that this process has read
+// or written needs no reading for that. Waits as loadScope does. Commits alone call it.
+bool isMalformed(bool allUsers, const std::u16string& path);
+
+// Notes the id under which a commit has written the scope's file. Commits alone call it.
+void noteWritten(bool allUsers, std::u16string_view id);
 
 } // namespace TARVO

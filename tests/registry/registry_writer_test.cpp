@@ -371,10 +371,14 @@ TEST_F(RegistryWriter, KeepsTheStateBeforeInABackup) {
 TEST_F(RegistryWriter, FailsOnAMalformedFileAndCanRepeat) {
     const auto writer = newWriter();
     setText(keyWriter(writer, u"/k"), u"v", u"1");
+    std::filesystem::path backup = registryFile(Scope::user);
+    backup += ".backup";
+    writeFile(backup, "the last good state");
     const std::string malformed = registryText(R"(<key name="A"/>)");
     writeFile(registryFile(Scope::user), malformed);
     EXPECT_EQ(writer->table->commit(writer->me), RC_BAD_REGISTRY_FILE);
     EXPECT_EQ(fileText(registryFile(Scope::user)), malformed);
+    EXPECT_EQ(fileText(backup), "the last good state");
     // An empty id is no id that anybody knows.
     writeFile(registryFile(Scope::user), R"(<registry id=""><key name="kept"/></registry>)");
     commit(writer);
