@@ -14,7 +14,9 @@ TarvoResult notYet(T** out) {
 
 } // namespace
 
-const VaskDataClassFactory* vaskGetDataClassFactory(void) { return nullptr; }
+const VaskDataClassFactory* vaskGetDataClassFactory(void) {
+    return nullptr;
+}
 
 TarvoResult vaskGetPMCEnumerator(IVaskPMCEnumerator** enumerator) {
     return notYet(enumerator);

@@ -9,18 +9,9 @@ namespace platform {
 // The arguments that the program was started with, without its own name.
 std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
 
-// As long as it lives, bytes written to the standard streams arrive as they are, and a console
-// takes them as UTF-8.
-class Utf8Console {
-  public:
-    Utf8Console();
-    ~Utf8Console();
-    Utf8Console(const Utf8Console&) = delete;
-    Utf8Console& operator=(const Utf8Console&) = delete;
-
-  private:
-    unsigned int codePage_ = 0; // of the console before, where consoles have one
-};
+// From now on bytes written to the standard streams arrive as they are, and a console takes them as
+// UTF-8. A console that others share is as before when the program ends.
+void useUtf8Console();
 
 // The system that the program runs on and its version, for people.
 std::string systemDescription();

@@ -4,7 +4,6 @@
 #include "registry/writer_names.h"
 
 #include <atomic>
-#include <ranges>
 
 namespace TARVO {
 
@@ -68,7 +67,8 @@ TarvoRegistry& TarvoRegistryKeyWriter::writableNode() {
     std::vector<TarvoRegistryKeyWriter*> shared;
     for (auto* key = this; key != nullptr && !key->ownsNode(); key = key->parent_)
         shared.push_back(key);
-    for (TarvoRegistryKeyWriter* key : shared | std::views::reverse) {
+    for (auto next = shared.rbegin(); next != shared.rend(); ++next) {
+        TarvoRegistryKeyWriter* const key = *next;
         auto copy = key->node()->copy(state_->memory, state_->edition);
         if (key->parent_ != nullptr)
             key->parent_->node()->subKeys.insert(copy);

@@ -46,7 +46,7 @@ ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
     return kWrongUse;
 }
 
-ExitStatus run(std::vector<std::string> arguments) {
+ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::RegistryOptions options;
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
@@ -63,6 +63,9 @@ ExitStatus run(std::vector<std::string> arguments) {
         app.exit(help);
     } catch (const CLI::ParseError& error) {
         return reportWrongUse(app, error);
+    } catch (const tool::Failure& failure) {
+        fmt::print(stderr, "tarvo: {}\n", describe(failure));
+        return kFailed;
     }
     return options.faultFound ? kFailed : kDone;
 }
@@ -70,18 +73,14 @@ ExitStatus run(std::vector<std::string> arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const platform::Utf8Console console;
-    ExitStatus status = kFailed;
     try {
-        status = run(platform::utf8Arguments(argc, argv));
-    } catch (const tool::Failure& failure) {
-        fmt::print(stderr, "tarvo: {}\n", describe(failure));
+        platform::useUtf8Console();
+        const ExitStatus status = parseAndRun(platform::utf8Arguments(argc, argv));
+        if (std::fflush(stdout) == 0)
+            return status;
+        std::fputs("tarvo: cannot write the output\n", stderr);
     } catch (const std::exception& exception) {
-        fmt::print(stderr, "tarvo: {}\n", exception.what());
+        std::fprintf(stderr, "tarvo: %s\n", exception.what());
     }
-    if (std::fflush(stdout) != 0) {
-        fmt::print(stderr, "tarvo: cannot write the output\n");
-        return kFailed;
-    }
-    return status;
+    return kFailed;
 }

@@ -22,9 +22,9 @@ void addScope(CLI::App* command, RegistryOptions& options) {
 void addShow(CLI::App& registry, RegistryOptions& options) {
     CLI::App* show =
         registry.add_subcommand("show", "Shows a key and all that is below it, value by value");
-    show->add_option("PATH", options.path, "The key, with a slash in front; if left out, the root")
+    show->add_option("PATH", options.path, "The key, with a slash in front; the root if left out")
         ->type_name("");
-    show->add_option("--scope", options.shownScope, "One scope alone; if left out, both as one")
+    show->add_option("--scope", options.shownScope, "One scope alone; both as one if left out")
         ->check(CLI::IsMember({"all", "machine", "user"}).description(""))
         ->type_name("all|machine|user");
     show->add_flag("--json", options.json, "Print JSON");
@@ -95,7 +95,7 @@ void addDelete(CLI::App& registry, RegistryOptions& options) {
 
 void addExport(CLI::App& registry, RegistryOptions& options) {
     CLI::App* give = registry.add_subcommand("export", "Prints a scope, or a part of it, as JSON");
-    give->add_option("PATH", options.path, "The key, with a slash in front; if left out, the root")
+    give->add_option("PATH", options.path, "The key, with a slash in front; the root if left out")
         ->type_name("");
     addScope(give, options);
     give->footer("What it prints is what import takes.\n\n"

@@ -8,8 +8,9 @@ std::vector<std::string> utf8Arguments(int argc, const char* const* argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }
 
-Utf8Console::Utf8Console() = default;
-Utf8Console::~Utf8Console() = default;
+void useUtf8Console() {
+    // Streams here are bytes, and terminals take UTF-8.
+}
 
 std::string systemDescription() {
     utsname name{};

@@ -3,6 +3,7 @@
 #include "platform/text.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
@@ -38,17 +39,15 @@ std::vector<std::string> utf8Arguments(int, const char* const*) {
     return arguments;
 }
 
-Utf8Console::Utf8Console() : codePage_{GetConsoleOutputCP()} {
+void useUtf8Console() {
+    static const UINT codePageBefore = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
+    std::atexit([] {
+        std::fflush(stdout);
+        SetConsoleOutputCP(codePageBefore);
+    });
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
-}
-
-Utf8Console::~Utf8Console() {
-    std::fflush(stdout);
-    if (codePage_ != 0) {
-        SetConsoleOutputCP(codePage_);
-    }
 }
 
 // What GetVersionEx tells depends on the program's manifest.
