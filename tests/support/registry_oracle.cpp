@@ -104,6 +104,15 @@ std::optional<std::int32_t> integerOf(std::u16string_view text) {
     return static_cast<std::int32_t>(std::clamp(isNegative ? -number : number, lowest, highest));
 }
 
+bool isUuidText(std::u16string_view text) {
+    // The expression can match ASCII alone; so one byte stands for each unit.
+    std::string bytes;
+    for (const char16_t unit : text) {
+        bytes += unit < 0x80 ? static_cast<char>(unit) : '?';
+    }
+    return std::regex_search(bytes, kUuidText);
+}
+
 bool isAllowedName(std::u16string_view name) {
     return std::ranges::none_of(name, [](char16_t unit) {
         return unit < 32 || (unit >= u'A' && unit <= u'Z') || unit == u'/' || unit == u'\\';
@@ -177,7 +186,7 @@ class ExpressionParser {
             const std::optional<std::int32_t> number = integerOf(text);
             value_.integer = number.value_or(0);
             valueValid_ = number.has_value();
-        } else if (value_.type == kUuid && isUuidByExpression(text)) {
+        } else if (value_.type == kUuid && isUuidText(text)) {
             value_.text = text;
             valueValid_ = true;
         }
@@ -337,15 +346,6 @@ std::string decodeEntitiesByExpression(std::string_view bytes) {
         decoded += characterOf(viewOf(match[1]));
     });
     return decoded.append(rest);
-}
-
-bool isUuidByExpression(std::u16string_view text) {
-    // The expression can match ASCII alone; so one byte stands for each unit.
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += unit < 0x80 ? static_cast<char>(unit) : '?';
-    }
-    return std::regex_search(bytes, kUuidText);
 }
 
 } // namespace tests

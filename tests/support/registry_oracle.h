@@ -56,7 +56,4 @@ std::vector<OracleAttribute> attributesByExpression(std::string_view text);
 
 std::string decodeEntitiesByExpression(std::string_view bytes);
 
-// True if the text is a UUID in its text form.
-bool isUuidByExpression(std::u16string_view text);
-
 } // namespace tests
