@@ -29,7 +29,7 @@ std::string attributesDifference(std::string_view attributes) {
         if (!scanner.next(name, value)) {
             return "attribute missed";
         }
-        if (!isSameView(name, expected.name) || !isSameView(value, expected.value)) {
+        if (name != expected.name || !isSameView(value, expected.value)) {
             return "attribute read differently";
         }
         if (!isSameDecoding(value)) {

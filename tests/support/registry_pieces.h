@@ -201,6 +201,10 @@ inline constexpr std::string_view kWords[] = {
     "text"sv,  "Text"sv, "C:\\folder\\a.dll"sv, "12"sv, ">"sv, "\"q\""sv, "it's"sv, "name=\"a\""sv,
     "1 < 2"sv, "a--b"sv, "\xEF\xBB\xBF"sv,      "]]>"sv};
 
+// A reader may take plain text many bytes at a time: what is odd must come at every place in it.
+inline constexpr std::string_view kPlain =
+    "a plain text that fills blocks of bytes: [0123456789]{}.";
+
 inline constexpr std::string_view kIds[] = {
     "one"sv,      "{3b78cdeb-7fe8-4542-b58b-26205774d82a}"sv,
     "two"sv,      "on&#x65;"sv,

@@ -191,9 +191,11 @@ class Composer {
     void addText() {
         static constexpr Pieces tables[] = {kSpaces, kOddBytes, kReferences, kWords, kWords};
         for (std::size_t count = below(4); count > 0; --count) {
-            add(anyOf(tables[below(std::size(tables))]));
+            add(oneIn(4) ? plainText() : anyOf(tables[below(std::size(tables))]));
         }
     }
+
+    std::string_view plainText() { return kPlain.substr(0, below(kPlain.size())); }
 
     void addElement(std::string_view name, std::size_t depth) {
         addStart(name);
@@ -207,15 +209,18 @@ class Composer {
     }
 
     std::string anyName() {
-        if (oneIn(80)) {
-            return std::string(anyOf(kBadNames));
-        }
         if (oneIn(10)) {
             return std::string(anyOf(kShortNames)); // it may well stand there twice
         }
-        const std::string_view name = anyOf(kGoodNames);
-        std::string number = std::to_string(++names_);
-        return oneIn(2) ? number.append(name) : std::string(name) + number;
+        if (oneIn(160)) {
+            return std::string(anyOf(kBadNames));
+        }
+        std::string name(anyOf(oneIn(160) ? Pieces(kBadNames) : Pieces(kGoodNames)));
+        if (oneIn(4)) {
+            name.insert(0, plainText());
+            name.append(plainText());
+        }
+        return name.insert(oneIn(2) ? 0 : name.size(), std::to_string(++names_));
     }
 
     void addStart(std::string_view name) {
