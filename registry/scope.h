@@ -28,8 +28,8 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
 Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& root,
                    std::u16string& id);
 
-// Whether a scope's file can be read and is malformed. A file under an id that this process has read
-// or written needs no reading for that. Waits as loadScope does. Commits alone call it.
+// Whether a scope's file can be read and is malformed. A file under an id that this process has
+// read or written needs no reading for that. Waits as loadScope does. Commits alone call it.
 bool isMalformed(bool allUsers, const std::u16string& path);
 
 // Notes the id under which a commit has written the scope's file. Commits alone call it.

@@ -49,14 +49,17 @@ struct UUID : TarvoUUID {
         if (text.size() != kTextLength)
             return std::nullopt;
         std::size_t digits = 0;
+        int high = 0;
         for (std::size_t i = 0; i < kTextLength; ++i) {
             const int digit = digitValue(text[i]);
             if (kLayout[i] == u'x' ? digit < 0 : text[i] != kLayout[i])
                 return std::nullopt;
             if (kLayout[i] != u'x')
                 continue;
-            std::uint8_t& pair = uuid.bytes[digits / 2];
-            pair = static_cast<std::uint8_t>(pair << 4 | digit);
+            if (digits % 2 == 0)
+                high = digit;
+            else
+                uuid.bytes[digits / 2] = static_cast<std::uint8_t>(high * 16 + digit);
             ++digits;
         }
         return uuid;
