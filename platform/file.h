@@ -82,9 +82,9 @@ struct OpenedFile {
 // Does anything bear this name? A folder counts.
 bool fileExists(std::u16string_view path);
 
-// Copies a file, over the target if there is one. Fails while a writer holds the source or anybody
-// holds the target, and for a target that is the source. After a failure the target may hold any
-// part of the text.
+// Copies a file, over the target if there is one; a copy can be written, even of a source that
+// can't. Fails while a writer holds the source or anybody holds the target, and for a target that
+// is the source. After a failure the target may hold any part of the text.
 bool copyFileOver(std::u16string_view from, std::u16string_view to);
 
 // Removes a file, not a folder. False also if there was none.

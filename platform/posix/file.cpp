@@ -190,11 +190,11 @@ bool copyFileOver(std::u16string_view from, std::u16string_view to) {
         return false;
     }
     // Not emptied at the opening: it could be the source, and is then refused by its own lock. The
-    // rights go with the text, or a copy could be read by more people than the source.
+    // rights go with the text, or a copy could be read by more people than the source; but the next
+    // copy is to go over this one.
     const std::string path = findPath(nativePath(to)).path;
-    const int flags = O_WRONLY | O_CREAT;
-    File target =
-        FileAccess::hold(openPath(path.c_str(), flags, status->st_mode & kEverybody), LOCK_EX).file;
+    const mode_t mode = (status->st_mode & kEverybody) | S_IWUSR;
+    File target = FileAccess::hold(openPath(path.c_str(), O_WRONLY | O_CREAT, mode), LOCK_EX).file;
     if (!target) {
         return false;
     }

@@ -140,7 +140,10 @@ bool fileExists(std::u16string_view path) {
 }
 
 bool copyFileOver(std::u16string_view from, std::u16string_view to) {
-    return CopyFileW(nativeText(from).c_str(), nativeText(to).c_str(), FALSE) != 0;
+    const std::wstring target = nativeText(to);
+    // The attributes go with the text, but the next copy is to go over this one.
+    return CopyFileW(nativeText(from).c_str(), target.c_str(), FALSE) &&
+           SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 bool removeFile(std::u16string_view path) {

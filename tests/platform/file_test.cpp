@@ -155,6 +155,19 @@ TEST(File, CopiesOverAnExistingFile) {
     EXPECT_EQ(folder.textOf(to), "short");
 }
 
+TEST(File, CopiesAFileThatCannotBeWritten) {
+    using std::filesystem::perms;
+    const TemporaryFolder folder;
+    const auto from = folder.write(u"from", "text");
+    const auto to = folder / u"to";
+    std::filesystem::permissions(from, perms::owner_read);
+    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_NE(std::filesystem::status(to).permissions() & perms::owner_write, perms::none);
+    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_EQ(folder.textOf(to), "text");
+    std::filesystem::permissions(from, perms::owner_all);
+}
+
 TEST(File, CopiesNothingThatIsHeldMissingOrTheTargetItself) {
     const TemporaryFolder folder;
     const auto from = folder.write(u"from", "text");
