@@ -1,32 +1,15 @@
 // Changing the registry through the library's interface: what is recorded, what a commit makes of
 // it, and what readers see meanwhile.
-#include "tests/support/registry_files.h"
+#include "tests/support/registry_writers.h"
 
 #include <atomic>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 namespace {
 
 using namespace tests;
 using tarvo::Reference;
-using Writer = Reference<IVaskRegistryWriter>;
-using KeyWriter = Reference<IVaskRegistryKeyWriter>;
 using Key = Reference<IVaskRegistryKey>;
-
-Writer newWriter(Scope scope = Scope::user) {
-    Writer writer;
-    EXPECT_EQ(TARVO_CALL(vaskGetRegistryWriter)(static_cast<std::uint8_t>(scope), writer.out()),
-              RC_OK);
-    return writer;
-}
-
-KeyWriter keyWriter(const Writer& writer, const char16_t* path) {
-    KeyWriter key;
-    EXPECT_EQ(writer->table->getKeyWriter(writer->me, path, key.out()), RC_OK);
-    return key;
-}
 
 Key keyOf(const Writer& writer, const char16_t* path) {
     Key key;
@@ -34,22 +17,9 @@ Key keyOf(const Writer& writer, const char16_t* path) {
     return key;
 }
 
-void setText(const KeyWriter& key, const char16_t* name, const char16_t* text) {
-    EXPECT_EQ(key->table->setStringValue(key->me, name, text), RC_OK);
-}
-
-void commit(const Writer& writer) {
-    EXPECT_EQ(writer->table->commit(writer->me), RC_OK);
-}
-
 // A key writer begins with the slots of a key.
 IVaskRegistryKey& asKey(const KeyWriter& key) {
     return *reinterpret_cast<IVaskRegistryKey*>(key.get());
-}
-
-std::string fileText(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // The file's lines behind the first, which holds an id that is new each time.
@@ -355,8 +325,7 @@ TEST_F(RegistryWriter, TakesPathsAsDeepAsTheyCome) {
 }
 
 TEST_F(RegistryWriter, KeepsTheStateBeforeInABackup) {
-    std::filesystem::path backup = registryFile(Scope::user);
-    backup += ".backup";
+    const auto backup = backupOf(registryFile(Scope::user));
     std::filesystem::remove(backup);
     const auto writer = newWriter();
     commit(writer);
@@ -371,12 +340,11 @@ TEST_F(RegistryWriter, KeepsTheStateBeforeInABackup) {
 TEST_F(RegistryWriter, FailsOnAMalformedFileAndCanRepeat) {
     const auto writer = newWriter();
     setText(keyWriter(writer, u"/k"), u"v", u"1");
-    std::filesystem::path backup = registryFile(Scope::user);
-    backup += ".backup";
+    const auto backup = backupOf(registryFile(Scope::user));
     writeFile(backup, "the last good state");
     const std::string malformed = registryText(R"(<key name="A"/>)");
     writeFile(registryFile(Scope::user), malformed);
-    EXPECT_EQ(writer->table->commit(writer->me), RC_BAD_REGISTRY_FILE);
+    EXPECT_EQ(commitOf(writer), RC_BAD_REGISTRY_FILE);
     EXPECT_EQ(fileText(registryFile(Scope::user)), malformed);
     EXPECT_EQ(fileText(backup), "the last good state");
     // An empty id is no id that anybody knows.

@@ -46,6 +46,10 @@ std::string Process::ask(std::string_view line) {
     return receive().value_or("(ended)");
 }
 
+void Process::kill() {
+    killProcess(child_.process);
+}
+
 int Process::wait() {
     if (child_.process != kNoHandle) {
         closeHandle(std::exchange(child_.input, kNoHandle));

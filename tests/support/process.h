@@ -35,6 +35,9 @@ class Process {
     // Sends a line and gives the one that comes back; "(ended)" if none does.
     std::string ask(std::string_view line);
 
+    // Ends the child at once, wherever it is. What it had written can still be received.
+    void kill();
+
     // Ends the child's input, waits for its end and gives its exit status.
     int wait();
 
@@ -46,7 +49,8 @@ class Process {
 // Gives up the rights of a superuser, if this process has them, so that the rights of files count.
 void leavePrivileges();
 
-// Lets no file of this process grow beyond this size, as if the disk were full. Posix only.
-void limitFileSize(std::size_t bytes);
+// Lets no file of this process grow beyond this size, as if the disk were full; nothing lifts the
+// limit. Posix only.
+void limitFileSize(std::optional<std::size_t> bytes);
 
 } // namespace support

@@ -79,6 +79,10 @@ void closeHandle(std::intptr_t handle) {
     close(static_cast<int>(handle));
 }
 
+void killProcess(std::intptr_t process) {
+    kill(static_cast<pid_t>(process), SIGKILL);
+}
+
 int waitForEnd(std::intptr_t process) {
     int status = 0;
     while (waitpid(static_cast<pid_t>(process), &status, 0) < 0 && errno == EINTR) {
@@ -94,9 +98,12 @@ void leavePrivileges() {
     }
 }
 
-void limitFileSize(std::size_t bytes) {
+void limitFileSize(std::optional<std::size_t> bytes) {
     std::signal(SIGXFSZ, SIG_IGN); // or the write would not come back to tell
-    const rlimit limit{bytes, bytes};
+    rlimit limit{};
+    if (getrlimit(RLIMIT_FSIZE, &limit) == 0) {
+        limit.rlim_cur = bytes.value_or(limit.rlim_max); // a lowered maximum could not be lifted
+    }
     if (setrlimit(RLIMIT_FSIZE, &limit) != 0) {
         throw std::runtime_error("the size of files can't be limited");
     }

@@ -25,6 +25,9 @@ void writeBytes(std::intptr_t input, std::string_view bytes);
 
 void closeHandle(std::intptr_t handle);
 
+// Ends a child at once. Its handle stays.
+void killProcess(std::intptr_t process);
+
 // Waits for the end and gives the exit status. The handle is closed.
 int waitForEnd(std::intptr_t process);
 

@@ -87,6 +87,10 @@ void closeHandle(std::intptr_t handle) {
     CloseHandle(asHandle(handle));
 }
 
+void killProcess(std::intptr_t process) {
+    TerminateProcess(asHandle(process), 1);
+}
+
 int waitForEnd(std::intptr_t process) {
     WaitForSingleObject(asHandle(process), INFINITE);
     DWORD status = 0;
