@@ -26,10 +26,6 @@ TarvoResult vaskGetLibraryEnumerator(IVaskLibraryEnumerator** enumerator) {
     return notYet(enumerator);
 }
 
-TarvoResult tarvoCreatePMCInstance(const TarvoUUID*, uint32_t, IVaskInterface** instance) {
-    return notYet(instance);
-}
-
 TarvoResult tarvoDepersistFromTransitionFormat(IVaskInterface*, IVaskInterface** transition,
                                                uint32_t, uint32_t) {
     return notYet(transition);

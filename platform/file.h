@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -89,6 +90,10 @@ bool copyFileOver(std::u16string_view from, std::u16string_view to);
 
 // Removes a file, not a folder. False also if there was none.
 bool removeFile(std::u16string_view path);
+
+// The path with the long names of all its components, where the system has short ones beside them;
+// as it is if it isn't there.
+std::u16string longPath(std::u16string_view path);
 
 // Are both there, and one and the same, however they are spelled?
 bool isSameFile(std::u16string_view one, std::u16string_view other);

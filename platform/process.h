@@ -11,4 +11,15 @@ void pauseFor(std::chrono::milliseconds time);
 // Whether the process runs with the rights of an administrator. False also if that can't be told.
 bool isElevated();
 
+// Whether the process runs under Wine, where every process counts as elevated.
+bool isWine();
+
+// How the calling thread takes part in COM.
+enum class Apartment {
+    none, // it has not joined an apartment itself, or it is in one that belongs to no thread
+    singleThreaded,
+    multiThreaded,
+};
+Apartment currentApartment();
+
 } // namespace platform

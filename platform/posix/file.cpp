@@ -217,6 +217,10 @@ bool removeFile(std::u16string_view path) {
     return onPath(nativePath(path), [](const char* name) { return unlink(name); }) == 0;
 }
 
+std::u16string longPath(std::u16string_view path) {
+    return std::u16string{path};
+}
+
 bool isSameFile(std::u16string_view one, std::u16string_view other) {
     const auto first = statusOf(one);
     const auto second = statusOf(other);

@@ -13,4 +13,12 @@ bool isElevated() {
     return geteuid() == 0;
 }
 
+bool isWine() {
+    return false;
+}
+
+Apartment currentApartment() {
+    return Apartment::none;
+}
+
 } // namespace platform

@@ -150,6 +150,18 @@ bool removeFile(std::u16string_view path) {
     return DeleteFileW(nativeText(path).c_str()) != 0;
 }
 
+std::u16string longPath(std::u16string_view path) {
+    const std::wstring name = nativeText(path);
+    std::wstring longName(GetLongPathNameW(name.c_str(), nullptr, 0), L'\0');
+    const DWORD length = longName.empty() ? 0
+                                          : GetLongPathNameW(name.c_str(), longName.data(),
+                                                             static_cast<DWORD>(longName.size()));
+    if (length == 0 || length >= longName.size()) {
+        return std::u16string{path};
+    }
+    return fromNativeText({longName.data(), length});
+}
+
 bool isSameFile(std::u16string_view one, std::u16string_view other) {
     const auto first = identityOf(one);
     const auto second = identityOf(other);

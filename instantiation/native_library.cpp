@@ -1,0 +1,56 @@
+#include "instantiation/native_library.h"
+
+#include "instantiation/entry_point.h"
+#include "platform/file.h"
+#include "tarvo/result.h"
+
+#include <mutex>
+#include <string>
+#include <unordered_map>
+
+namespace TARVO {
+
+namespace {
+
+class NativeEntryPointCache {
+  public:
+    Result create(std::u16string_view path, const UUID& uuid, IVaskInterface** instance) {
+        const std::lock_guard lock(mutex_);
+        vaskCreateObjectFunction* const entryPoint = entryPointOf(normalised(path));
+        return entryPoint != nullptr ? entryPoint(&uuid, instance) : RC_CANNOT_CREATE;
+    }
+
+  private:
+    // However a registration spells the path of a library, it is one library.
+    static std::u16string normalised(std::u16string_view path) {
+        std::u16string result = platform::longPath(path);
+        for (char16_t& unit : result)
+            if (unit >= u'A' && unit <= u'Z')
+                unit += u'a' - u'A';
+        return result;
+    }
+
+    vaskCreateObjectFunction* entryPointOf(std::u16string path) {
+        const auto known = entryPoints_.find(path);
+        if (known != entryPoints_.end())
+            return known->second;
+        vaskCreateObjectFunction* const loaded = loadEntryPoint(path);
+        if (loaded != nullptr)
+            entryPoints_.emplace(std::move(path), loaded);
+        return loaded;
+    }
+
+    std::mutex mutex_;
+    std::unordered_map<std::u16string, vaskCreateObjectFunction*> entryPoints_;
+};
+
+} // namespace
+
+Result createFromNativeLibrary(std::u16string_view path, const UUID& uuid,
+                               IVaskInterface** instance) {
+    // Never destroyed: components may be created until the process has ended.
+    static auto& cache = *new NativeEntryPointCache;
+    return cache.create(path, uuid, instance);
+}
+
+} // namespace TARVO
