@@ -1,6 +1,6 @@
-// Text between the system's two encodings, and the one formatted text that is read by the rules of
-// the standard library. Malformed text never fails; what becomes of it is the same on both
-// platforms.
+// Text between the system's two encodings, names whose case does not count, and the one formatted
+// text that is read by the rules of the standard library. Malformed text never fails; what becomes
+// of it is the same on both platforms.
 #pragma once
 
 #include <array>
@@ -18,6 +18,11 @@ void appendUtf16(std::string_view utf8, std::u16string& out);
 
 // Appends UTF-16 as UTF-8, NUL characters included. An unpaired surrogate becomes U+FFFD.
 void appendUtf8(std::u16string_view text, std::string& out);
+
+// Are these the same but for case? ASCII letters have case; others have it on Windows alone, by the
+// user's language.
+//   one, other  end in a null character
+bool equalWithoutCase(const char16_t* one, const char16_t* other);
 
 // Reads the text of an identifier as the standard library's formatted input does with
 // "{%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x}". True if all sixteen

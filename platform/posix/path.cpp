@@ -1,5 +1,6 @@
 #include "platform/posix/path.h"
 
+#include "platform/posix/ascii_case.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -11,12 +12,8 @@
 namespace platform {
 namespace {
 
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool equalWithoutCase(std::string_view one, std::string_view other) {
-    return std::ranges::equal(one, other, {}, lowered, lowered);
+    return std::ranges::equal(one, other, {}, loweredAscii<char>, loweredAscii<char>);
 }
 
 bool isThere(const std::string& path) {

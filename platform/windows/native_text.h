@@ -11,6 +11,11 @@ inline std::wstring nativeText(std::u16string_view text) {
     return {text.begin(), text.end()};
 }
 
+// The same characters, not copied. Null stays null.
+inline const wchar_t* asNative(const char16_t* text) {
+    return reinterpret_cast<const wchar_t*>(text);
+}
+
 inline std::u16string fromNativeText(std::wstring_view text) {
     return {text.begin(), text.end()};
 }

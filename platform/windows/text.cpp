@@ -1,10 +1,10 @@
 #include "platform/text.h"
 
 #include "platform/ascii.h"
+#include "platform/windows/native_text.h"
 
 #include <limits>
 #include <stdexcept>
-#include <windows.h>
 
 namespace platform {
 namespace {
@@ -48,6 +48,10 @@ void appendUtf8(std::u16string_view text, std::string& out) {
         WideCharToMultiByte(CP_UTF8, 0, source, asCount(rest), out.data() + start + front,
                             asCount(rest * bytesPerUnit), nullptr, nullptr);
     out.resize(start + front + static_cast<std::size_t>(count));
+}
+
+bool equalWithoutCase(const char16_t* one, const char16_t* other) {
+    return lstrcmpiW(asNative(one), asNative(other)) == 0;
 }
 
 } // namespace platform
