@@ -9,15 +9,13 @@
 //
 // Where the system has no registry, the platform layer keeps one in two text files, one for the
 // user and one for the machine, and these rules hold:
-// - A key that is open for reading shows the registry as it was when its topmost key was opened
-// from
-//   a root; a change is seen by opening from a root again. Only such an open looks whether a file
-//   has changed, so that everything below an open key costs no call of the system.
-// - A change stands in its file when the call that makes it has given true, and what other
-// processes
-//   see is always a whole file, from before a change or from after it. Each change writes the whole
-//   file, so who makes many puts a RegistryBatch around them.
-// - A file that can't be understood is left as it is: none of its keys opens, for writing neither.
+// - A key that is open for reading shows the registry as it was when it, or the key that it was
+//   opened below, was opened from a root. Only an open from a root, or below a key that is open for
+//   writing, looks whether a file has changed; all else costs no call of the system.
+// - A change stands in its file when the call that makes it gives true. Each change replaces the
+//   whole file, so who makes many puts a RegistryBatch around them. Nobody ever sees a file that is
+//   half written, whenever a process ends; changes of several processes all count, in their order.
+// - A file that can't be understood is left as it is: none of its keys opens, nor for writing.
 #pragma once
 
 #include <array>
@@ -53,8 +51,9 @@ struct SystemValue {
     std::size_t size; // in bytes
 };
 
-// An open key, for reading or for writing; a key that is open for writing can't be read, but keys
-// below it can be opened for either. Reading from several threads at once is allowed.
+// An open key, for reading or for writing. A key that is open for writing can't be read, but keys
+// below it can be opened for either. Any number of threads at once may use it, apart from closing.
+// All that is asked of a key that is false fails.
 class SystemKey {
   public:
     static SystemKey open(RegistryRoot root, const char16_t* path,
@@ -74,10 +73,11 @@ class SystemKey {
     void close();
 
     SystemKey open(const char16_t* path, RegistryView view = RegistryView::either) const;
+
+    // For writing, below a key that is open for writing.
     SystemKey openForWriting(const char16_t* path, RegistryView view = RegistryView::either) const;
 
-    // Opens for writing, and makes every key of the path that isn't there. This key is open for
-    // writing.
+    // The same; makes every key of the path that isn't there.
     SystemKey create(const char16_t* path, RegistryView view = RegistryView::either) const;
 
     // What a value holds, whatever its type.
@@ -86,12 +86,15 @@ class SystemKey {
     // The same, with its bytes put into `buffer`. Fails also if they don't fit.
     std::optional<SystemValue> readValue(const char16_t* name, std::span<std::byte> buffer) const;
 
-    // The key is open for writing. The text is stored with its null character.
-    bool setText(const char16_t* name, const char16_t* text) const;
+    // The key is open for writing. A text is stored with its null character.
+    bool setText(const char16_t* name, const char16_t* text) const {
+        const std::size_t size = std::u16string_view{text}.size() + 1;
+        return setValue(name, kTextValue, std::as_bytes(std::span{text, size}));
+    }
     bool setValue(const char16_t* name, std::uint32_t type, std::span<const std::byte> bytes) const;
 
-    // Removes the key of this path, which is below this one and not the key itself, with all that
-    // is below it. This key is open for writing. False if there is no such key.
+    // The key is open for writing. Removes the key of this path, which is below this one and not
+    // the key itself, with all that is below it. False if there is no such key.
     bool deleteTree(const char16_t* path, RegistryView view = RegistryView::either) const;
 
   private:

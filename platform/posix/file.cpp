@@ -3,6 +3,7 @@
 #include "platform/file.h"
 
 #include "platform/posix/path.h"
+#include "platform/posix/uninterrupted.h"
 
 #include <array>
 #include <fcntl.h>
@@ -34,16 +35,6 @@ FileError errorOf(int code) {
     default:
         return FileError::other;
     }
-}
-
-// Repeats a call that a signal broke off.
-template <typename Call>
-auto uninterrupted(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
 }
 
 int descriptorOf(std::intptr_t handle) {

@@ -115,11 +115,6 @@ std::optional<SystemValue> SystemKey::readValue(const char16_t* name,
     return SystemValue{type, size};
 }
 
-bool SystemKey::setText(const char16_t* name, const char16_t* text) const {
-    const std::size_t length = std::u16string_view{text}.size();
-    return setValue(name, kTextValue, std::as_bytes(std::span{text, length + 1}));
-}
-
 bool SystemKey::setValue(const char16_t* name, std::uint32_t type,
                          std::span<const std::byte> bytes) const {
     return RegSetValueExW(asKey(handle_), asNative(name), 0, type,
@@ -129,8 +124,8 @@ bool SystemKey::setValue(const char16_t* name, std::uint32_t type,
 
 bool SystemKey::deleteTree(const char16_t* path, RegistryView view) const {
     const std::u16string_view text{path};
-    if (text.empty()) {
-        return false; // it would be this key
+    if (text.empty() || text.starts_with(u'\\')) {
+        return false; // this key itself, or no path
     }
     // The system's function knows no views, so the key above is opened in the right one.
     const std::size_t separator = text.rfind(u'\\');
