@@ -14,10 +14,6 @@ TarvoResult notYet(T** out) {
 
 } // namespace
 
-const VaskDataClassFactory* vaskGetDataClassFactory(void) {
-    return nullptr;
-}
-
 TarvoResult vaskGetPMCEnumerator(IVaskPMCEnumerator** enumerator) {
     return notYet(enumerator);
 }

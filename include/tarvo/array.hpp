@@ -1,36 +1,46 @@
-// The holders that stand behind an IVaskArray: scalars in a vector, and strings with the array of
-// references through which others fill them.
+// The holders that stand behind an IVaskArray: scalars in a vector, and strings or values with the
+// array of references through which others fill them.
 #pragma once
 
 #include "text.hpp"
+#include "value.hpp"
 
+#include <cstdint>
 #include <span>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace tarvo {
 
-// An array of numbers, for slots that take an IVaskArray of the element type.
-template <class Element>
-requires std::is_trivially_copyable_v<Element>
-class ScalarArray {
-  public:
-    ScalarArray() noexcept : pair_{this, &kTable} {}
-    ScalarArray(const ScalarArray&) = delete;
-    ScalarArray& operator=(const ScalarArray&) = delete;
+namespace detail {
 
-    IVaskArray* pair() noexcept { return &pair_; }
+// Numbers behind a pair: an IVaskArray, or a pair whose table begins like its table. The table is
+// the derived class's.
+template <class Pair, class Element>
+requires std::is_trivially_copyable_v<Element>
+class BasicScalarArray {
+  public:
+    BasicScalarArray(const BasicScalarArray&) = delete;
+    BasicScalarArray& operator=(const BasicScalarArray&) = delete;
+
+    Pair* pair() noexcept { return &pair_; }
     const std::vector<Element>& elements() const noexcept { return elements_; }
     std::vector<Element>& elements() noexcept { return elements_; }
 
-  private:
+  protected:
+    using Table = std::remove_pointer_t<decltype(Pair::table)>;
+
+    explicit BasicScalarArray(Table* table) noexcept : pair_{this, table} {}
+    ~BasicScalarArray() = default;
+
     static void get(void* me, void** elements, std::uint32_t* count) {
-        auto* self = static_cast<ScalarArray*>(me);
+        auto* self = static_cast<BasicScalarArray*>(me);
         *elements = self->elements_.data();
         *count = static_cast<std::uint32_t>(self->elements_.size());
     }
     static TarvoResult resize(void* me, std::uint32_t count, void** elements) {
-        auto* self = static_cast<ScalarArray*>(me);
+        auto* self = static_cast<BasicScalarArray*>(me);
         try {
             self->elements_.resize(count);
         } catch (...) {
@@ -39,11 +49,74 @@ class ScalarArray {
         *elements = self->elements_.data();
         return RC_OK;
     }
-    static constexpr IVaskArrayTable kTable = {.get = &ScalarArray::get,
-                                               .resize = &ScalarArray::resize};
 
-    IVaskArray pair_;
+  private:
+    Pair pair_;
     std::vector<Element> elements_;
+};
+
+// Objects with pairs of their own behind a pair as above. Others see the references to them.
+template <class Pair, class Element>
+class BasicObjectArray {
+  public:
+    BasicObjectArray(const BasicObjectArray&) = delete;
+    BasicObjectArray& operator=(const BasicObjectArray&) = delete;
+
+    Pair* pair() noexcept { return &pair_; }
+    std::span<const Element> elements() const noexcept { return elements_; }
+    std::span<Element> elements() noexcept { return elements_; }
+
+    // Raises what the allocator raises; the array is as it was then.
+    void resize(std::size_t count) {
+        references_.reserve(count);
+        elements_.resize(count);
+        references_.resize(count);
+        // Growing moves the elements, so the references are made anew from their addresses of now.
+        for (std::size_t i = 0; i < count; ++i)
+            references_[i] = elements_[i].pair();
+    }
+
+  protected:
+    using Table = std::remove_pointer_t<decltype(Pair::table)>;
+    using Item = decltype(std::declval<Element&>().pair());
+
+    explicit BasicObjectArray(Table* table) noexcept : pair_{this, table} {}
+    ~BasicObjectArray() = default;
+
+    static void getItems(void* me, void** items, std::uint32_t* count) {
+        auto* self = static_cast<BasicObjectArray*>(me);
+        *items = self->references_.data();
+        *count = static_cast<std::uint32_t>(self->references_.size());
+    }
+    static TarvoResult resizeItems(void* me, std::uint32_t count, void** items) {
+        auto* self = static_cast<BasicObjectArray*>(me);
+        try {
+            self->resize(count);
+        } catch (...) {
+            return RC_OUT_OF_MEMORY;
+        }
+        *items = self->references_.data();
+        return RC_OK;
+    }
+
+  private:
+    Pair pair_;
+    std::vector<Element> elements_;
+    std::vector<Item> references_;
+};
+
+} // namespace detail
+
+// An array of numbers, for slots that take an IVaskArray of the element type.
+template <class Element>
+class ScalarArray : public detail::BasicScalarArray<IVaskArray, Element> {
+    using Base = detail::BasicScalarArray<IVaskArray, Element>;
+
+  public:
+    ScalarArray() noexcept : Base(&kTable) {}
+
+  private:
+    static constexpr IVaskArrayTable kTable = {.get = &Base::get, .resize = &Base::resize};
 };
 
 // An array of strings, for slots that fill an IVaskArray of IVaskString.
@@ -52,46 +125,27 @@ class ScalarArray {
 //     if (key->table->getKeyNames(key->me, names.pair()) == RC_OK)
 //         for (const tarvo::String& name : names.strings())
 //             use(name.text());
-class StringArray {
+class StringArray : public detail::BasicObjectArray<IVaskArray, String> {
   public:
-    StringArray() noexcept : pair_{this, &kTable} {}
-    StringArray(const StringArray&) = delete;
-    StringArray& operator=(const StringArray&) = delete;
+    StringArray() noexcept : BasicObjectArray(&kTable) {}
 
-    IVaskArray* pair() noexcept { return &pair_; }
-    std::span<const String> strings() const noexcept { return strings_; }
+    std::span<const String> strings() const noexcept { return elements(); }
 
   private:
-    // Growing moves the strings, so the references are made anew from their addresses of now.
-    void rebuildReferences() {
-        references_.resize(strings_.size());
-        for (std::size_t i = 0; i < strings_.size(); ++i)
-            references_[i] = strings_[i].pair();
-    }
+    static constexpr IVaskArrayTable kTable = {.get = &StringArray::getItems,
+                                               .resize = &StringArray::resizeItems};
+};
 
-    static void get(void* me, void** elements, std::uint32_t* count) {
-        auto* self = static_cast<StringArray*>(me);
-        *elements = self->references_.data();
-        *count = static_cast<std::uint32_t>(self->references_.size());
-    }
-    static TarvoResult resize(void* me, std::uint32_t count, void** elements) {
-        auto* self = static_cast<StringArray*>(me);
-        try {
-            self->references_.reserve(count);
-            self->strings_.resize(count);
-            self->rebuildReferences();
-        } catch (...) {
-            return RC_OUT_OF_MEMORY;
-        }
-        *elements = self->references_.data();
-        return RC_OK;
-    }
-    static constexpr IVaskArrayTable kTable = {.get = &StringArray::get,
-                                               .resize = &StringArray::resize};
+// An array of values, for slots that fill an IVaskArray of IVaskValue.
+class ValueArray : public detail::BasicObjectArray<IVaskArray, Value> {
+  public:
+    ValueArray() noexcept : BasicObjectArray(&kTable) {}
 
-    IVaskArray pair_;
-    std::vector<String> strings_;
-    std::vector<IVaskString*> references_;
+    std::span<const Value> values() const noexcept { return elements(); }
+
+  private:
+    static constexpr IVaskArrayTable kTable = {.get = &ValueArray::getItems,
+                                               .resize = &ValueArray::resizeItems};
 };
 
 } // namespace tarvo

@@ -1,6 +1,6 @@
-// The C++ layer over the binary interface, in headers alone: holders for references, strings and
-// arrays, identifiers as values, result codes as std::error_code. It adds no allocation and no copy
-// to what the interface itself asks for.
+// The C++ layer over the binary interface, in headers alone: holders for references, strings, values
+// and arrays, identifiers as values, result codes as std::error_code. It adds no allocation and no
+// copy to what the interface itself asks for.
 #pragma once
 
 #include "array.hpp"
@@ -9,3 +9,4 @@
 #include "tarvo.h"
 #include "text.hpp"
 #include "uuid.hpp"
+#include "value.hpp"

@@ -7,6 +7,8 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace tarvo {
 
@@ -29,6 +31,41 @@ inline TarvoResult assignText(std::u16string& target, const char16_t* text, std:
     }
 }
 
+// A text of its own behind a pair: an IVaskString, or a pair whose table begins like its table. The
+// table is the derived class's; a copy keeps it and gets a pair on itself.
+template <class Pair>
+class BasicString {
+  public:
+    Pair* pair() noexcept { return &pair_; }
+    const std::u16string& text() const noexcept { return text_; }
+    std::u16string& text() noexcept { return text_; }
+
+  protected:
+    using Table = std::remove_pointer_t<decltype(Pair::table)>;
+
+    explicit BasicString(Table* table) noexcept : pair_{this, table} {}
+    BasicString(Table* table, std::u16string_view text) : pair_{this, table}, text_(text) {}
+    BasicString(const BasicString& other) : pair_{this, other.pair_.table}, text_(other.text_) {}
+    BasicString(BasicString&& other) noexcept
+        : pair_{this, other.pair_.table}, text_(std::move(other.text_)) {}
+    BasicString& operator=(BasicString&& other) noexcept {
+        text_ = std::move(other.text_);
+        return *this;
+    }
+    ~BasicString() = default;
+
+    static void get(void* me, const char16_t** text, std::uint32_t* length) {
+        getText(static_cast<BasicString*>(me)->text_, text, length);
+    }
+    static TarvoResult set(void* me, const char16_t* text, std::uint32_t length) {
+        return assignText(static_cast<BasicString*>(me)->text_, text, length);
+    }
+
+  private:
+    Pair pair_;
+    std::u16string text_;
+};
+
 } // namespace detail
 
 // The text that a string reference gives. The view is valid until the string is next changed.
@@ -49,34 +86,13 @@ inline TarvoResult setText(IVaskString* string, std::u16string_view text) {
 //     tarvo::String folder;
 //     if (getTarvoFolder(folder.pair()) == RC_OK)
 //         use(folder.text());
-class String {
+class String : public detail::BasicString<IVaskString> {
   public:
-    String() noexcept : pair_{this, &kTable} {}
-    explicit String(std::u16string_view text) : pair_{this, &kTable}, text_(text) {}
-    String(const String& other) : pair_{this, &kTable}, text_(other.text_) {}
-    String(String&& other) noexcept : pair_{this, &kTable}, text_(std::move(other.text_)) {}
-    String& operator=(const String& other) = delete;
-    String& operator=(String&& other) noexcept {
-        text_ = std::move(other.text_);
-        return *this;
-    }
-    ~String() = default;
-
-    IVaskString* pair() noexcept { return &pair_; }
-    const std::u16string& text() const noexcept { return text_; }
-    std::u16string& text() noexcept { return text_; }
+    String() noexcept : BasicString(&kTable) {}
+    explicit String(std::u16string_view text) : BasicString(&kTable, text) {}
 
   private:
-    static void get(void* me, const char16_t** text, std::uint32_t* length) {
-        detail::getText(static_cast<String*>(me)->text_, text, length);
-    }
-    static TarvoResult set(void* me, const char16_t* text, std::uint32_t length) {
-        return detail::assignText(static_cast<String*>(me)->text_, text, length);
-    }
     static constexpr IVaskStringTable kTable = {.get = &String::get, .set = &String::set};
-
-    IVaskString pair_;
-    std::u16string text_;
 };
 
 // A view that lets others read and write a string which lives elsewhere and outlives the wrapper.
