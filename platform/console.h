@@ -1,6 +1,7 @@
 // What a program needs to speak UTF-8 with whoever started it. Not part of the library.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@ std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
 // From now on bytes written to the standard streams arrive as they are, and a console takes them as
 // UTF-8. A console that others share is as before when the program ends.
 void useUtf8Console();
+
+// How many columns the terminal has that the program prints to; 80 if it doesn't print to one.
+std::size_t consoleWidth();
 
 // The system that the program runs on and its version, for people.
 std::string systemDescription();

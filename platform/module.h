@@ -12,11 +12,17 @@ using ModuleHandle = void*;
 // more reference.
 ModuleHandle loadModule(std::u16string_view path);
 
+// The system's text for why this thread's last loadModule gave null; empty if there is none.
+std::u16string moduleLoadError();
+
 // Null if the module exports no such name.
 void* findSymbol(ModuleHandle module, const char* name);
 
 // Gives back what loadModule gave. Null is allowed.
 void freeModule(ModuleHandle module);
+
+// The full path of the module that a function or a constant lies in. Empty if it lies in none.
+std::u16string modulePathOf(const void* address);
 
 // The full path of the module that holds this code: the library, or the program that it is linked
 // into. The same for the life of the process, whatever becomes of the current folder. Empty if it

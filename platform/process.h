@@ -11,6 +11,9 @@ void pauseFor(std::chrono::milliseconds time);
 // Whether the process runs with the rights of an administrator. False also if that can't be told.
 bool isElevated();
 
+// The same, for one whose user also has a token of lesser rights, which has been left behind.
+bool hasFullElevation();
+
 // Whether the process runs under Wine, where every process counts as elevated.
 bool isWine();
 

@@ -1,6 +1,8 @@
 #include "platform/console.h"
 
+#include <sys/ioctl.h>
 #include <sys/utsname.h>
+#include <unistd.h>
 
 namespace platform {
 
@@ -10,6 +12,12 @@ std::vector<std::string> utf8Arguments(int argc, const char* const* argv) {
 
 void useUtf8Console() {
     // Streams here are bytes, and terminals take UTF-8.
+}
+
+std::size_t consoleWidth() {
+    winsize size{};
+    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : 80;
 }
 
 std::string systemDescription() {

@@ -39,6 +39,8 @@ const std::u16string& storedOwnPath() {
     storedOwnPath();
 }
 
+thread_local std::string lastError;
+
 bool isRegularFile(const char* path) {
     struct stat status;
     return stat(path, &status) == 0 && S_ISREG(status.st_mode);
@@ -55,10 +57,19 @@ ModuleHandle loadModule(std::u16string_view path) {
     if (isPath) {
         name = findPath(name).path;
         if (!isRegularFile(name.c_str())) {
+            lastError = "no such file";
             return nullptr; // a pipe would have us wait
         }
     }
-    return dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) {
+        lastError = dlerror();
+    }
+    return module;
+}
+
+std::u16string moduleLoadError() {
+    return fromNativePath(lastError);
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {
@@ -69,6 +80,15 @@ void freeModule(ModuleHandle module) {
     if (module) {
         dlclose(module);
     }
+}
+
+std::u16string modulePathOf(const void* address) {
+    Dl_info information;
+    if (!dladdr(address, &information)) {
+        return {};
+    }
+    const std::unique_ptr<char, FreeText> path{realpath(information.dli_fname, nullptr)};
+    return path ? fromNativePath(path.get()) : std::u16string{};
 }
 
 std::u16string ownModulePath() {

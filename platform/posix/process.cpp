@@ -13,6 +13,10 @@ bool isElevated() {
     return geteuid() == 0;
 }
 
+bool hasFullElevation() {
+    return isElevated();
+}
+
 bool isWine() {
     return false;
 }

@@ -50,6 +50,14 @@ void useUtf8Console() {
     _setmode(_fileno(stderr), _O_BINARY);
 }
 
+std::size_t consoleWidth() {
+    CONSOLE_SCREEN_BUFFER_INFO information{};
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &information)) {
+        return 80;
+    }
+    return static_cast<std::size_t>(information.srWindow.Right - information.srWindow.Left + 1);
+}
+
 // What GetVersionEx tells depends on the program's manifest.
 std::string systemDescription() {
     OSVERSIONINFOW version{};

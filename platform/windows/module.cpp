@@ -14,10 +14,31 @@ HMODULE asHandle(ModuleHandle module) {
     return static_cast<HMODULE>(module);
 }
 
+std::u16string pathOf(HMODULE module) {
+    std::wstring path(kFirstPathSize, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            return fromNativeText({path.data(), length});
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
 } // namespace
 
 ModuleHandle loadModule(std::u16string_view path) {
     return LoadLibraryW(nativeText(path).c_str());
+}
+
+std::u16string moduleLoadError() {
+    const DWORD error = GetLastError();
+    std::wstring text(1024, L'\0');
+    const DWORD size =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
+                       LANG_USER_DEFAULT, text.data(), static_cast<DWORD>(text.size()), nullptr);
+    return fromNativeText({text.data(), size});
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {
@@ -30,16 +51,18 @@ void freeModule(ModuleHandle module) {
     }
 }
 
-std::u16string ownModulePath() {
-    std::wstring path(kFirstPathSize, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(reinterpret_cast<HMODULE>(&__ImageBase),
-                                                path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            return fromNativeText({path.data(), length});
-        }
-        path.resize(path.size() * 2);
+std::u16string modulePathOf(const void* address) {
+    HMODULE module = nullptr;
+    constexpr DWORD kFlags =
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (!GetModuleHandleExW(kFlags, static_cast<const wchar_t*>(address), &module)) {
+        return {};
     }
+    return pathOf(module);
+}
+
+std::u16string ownModulePath() {
+    return pathOf(reinterpret_cast<HMODULE>(&__ImageBase));
 }
 
 } // namespace platform

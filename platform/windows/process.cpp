@@ -9,16 +9,33 @@ void pauseFor(std::chrono::milliseconds time) {
     Sleep(static_cast<DWORD>(time.count()));
 }
 
-bool isElevated() {
+namespace {
+
+// What the process's token says of one class of information; the initial value if it can't be read.
+template <class Information>
+Information tokenInformation(TOKEN_INFORMATION_CLASS which) {
+    Information information{};
     HANDLE token = nullptr;
     if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
-        return false;
+        return information;
     }
-    TOKEN_ELEVATION elevation{};
-    DWORD size = sizeof elevation;
-    const bool known = GetTokenInformation(token, TokenElevation, &elevation, size, &size) != 0;
+    DWORD size = sizeof information;
+    if (!GetTokenInformation(token, which, &information, size, &size)) {
+        information = {};
+    }
     CloseHandle(token);
-    return known && elevation.TokenIsElevated != 0;
+    return information;
+}
+
+} // namespace
+
+bool isElevated() {
+    return tokenInformation<TOKEN_ELEVATION>(TokenElevation).TokenIsElevated != 0;
+}
+
+bool hasFullElevation() {
+    return isElevated() &&
+           tokenInformation<TOKEN_ELEVATION_TYPE>(TokenElevationType) == TokenElevationTypeFull;
 }
 
 bool isWine() {

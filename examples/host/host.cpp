@@ -1,0 +1,50 @@
+// A host in C++: creates the greeter and has it greet. Usage: host [NAME]
+#include "../greeter/igreeter.h"
+
+#include <tarvo/client.h>
+#include <tarvo/component.hpp>
+#include <tarvo/tarvo.hpp>
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+namespace {
+
+std::string utf8(const std::u16string& text) {
+    const std::u8string bytes = std::filesystem::path(text).u8string();
+    return {bytes.begin(), bytes.end()};
+}
+
+int fail(const char* what, TarvoResult result) {
+    const std::u16string text =
+        tarvo::textOfResult(result, *tarvoEntryPoints()->getErrorDescription);
+    std::cerr << what << ": " << utf8(text) << "\n";
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    tarvo::String message;
+    if (!loadTarvoLibrary(message.pair())) {
+        std::cerr << utf8(message.text()) << "\n";
+        return 1;
+    }
+    tarvo::Reference<IVaskInterface> instance;
+    TarvoResult result =
+        tarvoEntryPoints()->tarvoCreatePMCInstance(&kGreeterComponentId, 0, instance.out());
+    if (result != RC_OK)
+        return fail("The greeter can't be created", result);
+    const auto greeter = tarvo::query<IGreeter>(instance.get(), kIGreeterId);
+    if (!greeter)
+        return fail("This component is no greeter", RC_NO_INTERFACE);
+
+    const std::u16string name = std::filesystem::path(argc > 1 ? argv[1] : "world").u16string();
+    tarvo::String greeting;
+    result = greeter->table->greet(greeter->me, name.c_str(), greeting.pair());
+    if (result != RC_OK)
+        return fail("The greeter doesn't greet", result);
+    std::cout << utf8(greeting.text()) << "\n";
+    return 0;
+}
