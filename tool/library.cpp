@@ -24,6 +24,7 @@ Library::Library() : path_{platform::ownModulePath()} {
     bind(getErrorDescription_, "getErrorDescription");
     bind(vaskGetRegistryKey_, "vaskGetRegistryKey");
     bind(vaskGetRegistryWriter_, "vaskGetRegistryWriter");
+    bind(vaskGetPMCEnumerator_, "vaskGetPMCEnumerator");
 }
 
 template <class Function>

@@ -3,6 +3,7 @@
 
 #include "platform/module.h"
 #include "tarvo/base.h"
+#include "tarvo/catalogue.h"
 #include "tarvo/environment.h"
 #include "tarvo/error.h"
 #include "tarvo/registry.h"
@@ -43,6 +44,10 @@ class Library {
         return vaskGetRegistryWriter_(allUsers ? 1 : 0, writer);
     }
 
+    TarvoResult openEnumerator(IVaskPMCEnumerator** enumerator) const {
+        return vaskGetPMCEnumerator_(enumerator);
+    }
+
     // The text of a result code in the installation's language.
     std::string description(TarvoResult code) const;
 
@@ -63,6 +68,7 @@ class Library {
     getErrorDescriptionFunction* getErrorDescription_ = nullptr;
     vaskGetRegistryKeyFunction* vaskGetRegistryKey_ = nullptr;
     vaskGetRegistryWriterFunction* vaskGetRegistryWriter_ = nullptr;
+    vaskGetPMCEnumeratorFunction* vaskGetPMCEnumerator_ = nullptr;
 };
 
 // Raises Failure for a result other than RC_OK.

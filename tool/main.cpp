@@ -4,6 +4,7 @@
 #include "tool/commands.h"
 #include "tool/failure.h"
 #include "tool/library.h"
+#include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -48,6 +49,7 @@ ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::RegistryOptions options;
+    tool::PmcOptions pmcOptions;
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
     app.footer("Example: tarvo registry show");
@@ -55,6 +57,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     app.allow_windows_style_options(false); // a path of the registry begins with a slash
     app.require_subcommand(1);
     tool::addRegistryCommands(app, options);
+    tool::addPmcCommands(app, pmcOptions);
     addInfo(app, json);
     try {
         std::ranges::reverse(arguments); // as CLI takes them

@@ -1,8 +1,9 @@
-// The library speaks UTF-16, the tool's users UTF-8.
+// The library speaks UTF-16, the tool's users UTF-8, and their terminals have so many columns.
 #pragma once
 
 #include "platform/text.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,13 @@ inline std::u16string toUtf16(std::string_view utf8) {
     platform::appendUtf16(utf8, text);
     return text;
 }
+
+// Shows control characters as the symbols that stand for them, so that no text can drive the
+// terminal or look like several lines.
+std::string printable(std::string_view text);
+
+// The first part of a text that fits into so many columns of the terminal, with an ellipsis where
+// something is left out.
+std::string fitted(std::string_view text, std::size_t columns);
 
 } // namespace tool

@@ -1,8 +1,7 @@
-#include "platform/file.h"
-#include "registry/registry_file.h"
 #include "tarvo/uuid.hpp"
 #include "tool/commands.h"
 #include "tool/failure.h"
+#include "tool/json_file.h"
 #include "tool/key_source.h"
 #include "tool/scope_writer.h"
 #include "tool/text.h"
@@ -19,20 +18,6 @@ namespace tool {
 namespace {
 
 using nlohmann::json;
-
-json readJson(const std::string& path) {
-    platform::OpenedFile opened = platform::File::openForReading(toUtf16(path));
-    if (opened.error != platform::FileError::none)
-        throw Failure("cannot read " + path);
-    TARVO::FileBytes bytes(opened.file);
-    if (!bytes.readAll())
-        throw Failure("cannot read " + path);
-    try {
-        return json::parse(bytes.view());
-    } catch (const json::parse_error& error) {
-        throw Failure(fmt::format("{}: no JSON from byte {} on", path, error.byte));
-    }
-}
 
 // A key of the file that is still to be imported.
 struct PendingKey {

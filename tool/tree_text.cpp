@@ -61,28 +61,6 @@ void walk(std::unique_ptr<KeySource> root, Writer& writer) {
     }
 }
 
-// Shows control characters as the symbols that stand for them, so that no text can drive the
-// terminal or look like several lines.
-std::string printable(std::string_view text) {
-    std::string shown;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const bool isC1 =
-            byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-        if (byte < 0x20) {
-            shown.append("\xE2\x90").push_back(static_cast<char>(0x80 + byte));
-        } else if (byte == 0x7F) {
-            shown.append("\xE2\x90\xA1");
-        } else if (isC1) {
-            shown.append("\xEF\xBF\xBD");
-            ++i;
-        } else {
-            shown.push_back(text[i]);
-        }
-    }
-    return shown;
-}
-
 class TextWriter {
   public:
     void values(const std::vector<ShownValue>& values) {

@@ -1,0 +1,31 @@
+#include "tool/json_file.h"
+
+#include "platform/file.h"
+#include "registry/registry_file.h"
+#include "tool/failure.h"
+#include "tool/text.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace tool {
+
+nlohmann::json readJson(const std::string& path) {
+    platform::OpenedFile opened = platform::File::openForReading(toUtf16(path));
+    if (opened.error != platform::FileError::none)
+        throw Failure("cannot read " + path);
+    TARVO::FileBytes bytes(opened.file);
+    if (!bytes.readAll())
+        throw Failure("cannot read " + path);
+    try {
+        return nlohmann::json::parse(bytes.view());
+    } catch (const nlohmann::json::parse_error& error) {
+        const std::string_view before = bytes.view().substr(0, error.byte > 0 ? error.byte - 1 : 0);
+        const std::size_t lineStart = before.rfind('\n') + 1; // 0 in the first line
+        throw Failure(fmt::format("{}:{}:{}: no JSON from here on", path,
+                                  std::ranges::count(before, '\n') + 1,
+                                  before.size() - lineStart + 1));
+    }
+}
+
+} // namespace tool

@@ -1,0 +1,143 @@
+#include "tarvo/registrar.h"
+#include "tarvo/registry_writer.h"
+#include "tarvo/text.hpp"
+#include "tool/component.h"
+#include "tool/failure.h"
+#include "tool/manifest.h"
+#include "tool/pmc.h"
+#include "tool/text.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace tool {
+
+namespace {
+
+using Writer = tarvo::Reference<IVaskRegistryWriter>;
+
+Writer openWriter(const Library& library, bool allUsers) {
+    Writer writer;
+    require(library.openWriter(allUsers, writer.out()),
+            fmt::format("cannot change the {} scope", allUsers ? "machine" : "user"));
+    return writer;
+}
+
+void commit(const Writer& writer, bool allUsers) {
+    require(writer->table->commit(writer->me),
+            fmt::format("cannot write the {} scope", allUsers ? "machine" : "user"));
+}
+
+void fillIn(IVaskPMCRegistrar& registrar, const Manifest& manifest) {
+    const IVaskPMCRegistrarTable& table = *registrar.table;
+    const struct {
+        const char* name;
+        TarvoResult (*set)(void*, const char16_t*);
+    } setters[] = {
+        {"name", table.setName},
+        {"description", table.setDescription},
+        {"vaskVersion", table.setVaskVersion},
+        {"componentVersion", table.setComponentVersion},
+        {"vendorURL", table.setVendorURL},
+        {"helpURL", table.setHelpURL},
+        {"about", table.setAbout},
+        {"progId", table.setProgId},
+        {"versionIndependentProgId", table.setVersionIndependentProgId},
+    };
+    for (const auto& [name, set] : setters)
+        if (const auto text = manifest.texts.find(name); text != manifest.texts.end())
+            require(set(registrar.me, toUtf16(text->second).c_str()),
+                    fmt::format("the library refuses \"{}\"", name));
+    require(table.setUUID(registrar.me, &manifest.uuid), "the library refuses \"uuid\"");
+    require(table.setFlags(registrar.me, manifest.flags), "the library refuses \"flags\"");
+    for (const tarvo::UUID& category : manifest.categories)
+        require(table.addCategory(registrar.me, &category), "the library refuses a category");
+    for (const auto& [location, text] : manifest.locations)
+        require(table.setLocation(registrar.me, location, toUtf16(text).c_str()),
+                "the library refuses a location");
+}
+
+tarvo::UUID parseUuid(const std::string& text) {
+    const auto uuid = tarvo::UUID::parse(toUtf16(text));
+    if (!uuid)
+        throw Failure("not an identifier like {01234567-89ab-cdef-0123-456789abcdef}: " + text);
+    return *uuid;
+}
+
+std::u16string keyPathOf(const tarvo::UUID& uuid) {
+    return u"/components/pmcs/" + uuid.string();
+}
+
+// A component's key in the writer's own scope; null if it isn't registered there.
+tarvo::Reference<IVaskRegistryKey> registrationOf(const Writer& writer, const tarvo::UUID& uuid) {
+    tarvo::Reference<IVaskRegistryKey> key;
+    const TarvoResult result =
+        writer->table->getKey(writer->me, keyPathOf(uuid).c_str(), key.out());
+    if (result != RC_NOT_FOUND)
+        require(result, "cannot read the scope");
+    return key;
+}
+
+std::u16string textValue(IVaskRegistryKey& key, const char16_t* name) {
+    tarvo::String text;
+    key.table->getStringValue(key.me, name, nullptr, text.pair());
+    return std::move(text.text());
+}
+
+// A registration is taken up whole. By itself the library adds it to an earlier one, whose ProgIDs
+// and locations would stay.
+void removeEarlier(const Writer& writer, const Manifest& manifest) {
+    const auto key = registrationOf(writer, manifest.uuid);
+    if (!key)
+        return;
+    for (const auto& [location, name] : {std::pair(TARVO_LOCATION_INPROC32, u"Inproc32"),
+                                         std::pair(TARVO_LOCATION_INPROC64, u"Inproc64")})
+        if (!textValue(*key, name).empty() && !manifest.locations.contains(location))
+            require(writer->table->unregisterPMCLocation(writer->me, &manifest.uuid, location),
+                    "cannot remove the earlier registration");
+    for (const char16_t* name : {u"progId", u"versionIndependentProgId"})
+        if (const std::u16string progId = textValue(*key, name); !progId.empty())
+            writer->table->deleteValue(writer->me, u"/components/progids", progId.c_str());
+    const TarvoResult result =
+        writer->table->deleteKey(writer->me, keyPathOf(manifest.uuid).c_str());
+    if (result != RC_NOT_FOUND)
+        require(result, "cannot remove the earlier registration");
+}
+
+} // namespace
+
+void registerComponent(const std::string& manifestPath, bool allUsers) {
+    const Manifest manifest = readManifest(manifestPath);
+    const Library library;
+    const Writer writer = openWriter(library, allUsers);
+    tarvo::Reference<IVaskPMCRegistrar> registrar;
+    require(writer->table->createPMCRegistrar(writer->me, registrar.out()),
+            "cannot register a component");
+    removeEarlier(writer, manifest);
+    fillIn(*registrar, manifest);
+    require(registrar->table->commit(registrar->me), "cannot register the component");
+    commit(writer, allUsers);
+    fmt::print("Registered {} {} in the {} scope.\n", manifest.texts.at("name"),
+               toUtf8(manifest.uuid.string()), allUsers ? "machine" : "user");
+}
+
+void unregisterComponent(const std::string& uuidText, const std::string& location, bool allUsers) {
+    const tarvo::UUID uuid = parseUuid(uuidText);
+    const Library library;
+    const Writer writer = openWriter(library, allUsers);
+    if (!registrationOf(writer, uuid))
+        throw Failure(fmt::format("{} is not registered in the {} scope", uuidText,
+                                  allUsers ? "machine" : "user"),
+                      RC_NOT_FOUND);
+    if (location.empty()) {
+        require(writer->table->unregisterPMC(writer->me, &uuid), "cannot remove the component");
+    } else {
+        const auto known = std::ranges::find(kLocationNames, location);
+        const auto number = static_cast<std::int32_t>(known - kLocationNames.begin());
+        require(writer->table->unregisterPMCLocation(writer->me, &uuid, number),
+                "cannot remove the location");
+    }
+    commit(writer, allUsers);
+}
+
+} // namespace tool

@@ -1,0 +1,27 @@
+// A COM class in one view of the system's registry, judged as the catalogue judges it.
+#pragma once
+
+#include "platform/system_registry.h"
+#include "tarvo/uuid.hpp"
+#include "tool/library.h"
+
+#include <optional>
+#include <string>
+
+namespace tool {
+
+struct SystemClass {
+    bool exists = false;
+    bool isUsable = false;
+    std::string text; // for people: what it is, or why it can't be used
+};
+
+const char* viewName(platform::RegistryView view);
+
+SystemClass examineClass(const Library& library, const tarvo::UUID& uuid,
+                         platform::RegistryView view);
+
+// The identifier of the class that a ProgID leads to in a view.
+std::optional<std::string> classOfProgId(const std::u16string& progId, platform::RegistryView view);
+
+} // namespace tool

@@ -1,0 +1,51 @@
+#include "tool/text.h"
+
+#include <fmt/format.h>
+
+namespace tool {
+
+namespace {
+
+// Padding goes by the columns that characters take up, so it tells how many there are.
+bool fits(std::string_view text, std::size_t columns) {
+    return fmt::formatted_size("{:<{}}", text, columns + 1) > text.size();
+}
+
+// Takes the last character off, however many bytes it has.
+void dropLast(std::string_view& text) {
+    while (text.size() > 1 && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
+        text.remove_suffix(1);
+    text.remove_suffix(1);
+}
+
+} // namespace
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool isC1 =
+            byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        if (byte < 0x20) {
+            shown.append("\xE2\x90").push_back(static_cast<char>(0x80 + byte));
+        } else if (byte == 0x7F) {
+            shown.append("\xE2\x90\xA1");
+        } else if (isC1) {
+            shown.append("\xEF\xBF\xBD");
+            ++i;
+        } else {
+            shown.push_back(text[i]);
+        }
+    }
+    return shown;
+}
+
+std::string fitted(std::string_view text, std::size_t columns) {
+    if (fits(text, columns))
+        return std::string(text);
+    while (!fits(text, columns - 1))
+        dropLast(text);
+    return std::string(text).append("\u2026");
+}
+
+} // namespace tool
