@@ -39,7 +39,7 @@ bool loadModule(IVaskString* message) {
     library = platform::loadModule(path);
     if (library != nullptr)
         return true;
-    const std::u16string reason = platform::moduleLoadError();
+    const std::u16string reason = platform::moduleLoadError().text;
     return fail(message, path + u" load error: " + (reason.empty() ? u"unknown error" : reason));
 }
 

@@ -1,6 +1,7 @@
 // Modules: loading others by path, and knowing where the one lies that holds this code.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,12 @@ using ModuleHandle = void*;
 // more reference.
 ModuleHandle loadModule(std::u16string_view path);
 
-// The system's text for why this thread's last loadModule gave null; empty if there is none.
-std::u16string moduleLoadError();
+// Why this thread's last loadModule gave null.
+struct ModuleLoadError {
+    std::uint32_t number; // the system's; 0 where it has none
+    std::u16string text;  // the system's; may be empty
+};
+ModuleLoadError moduleLoadError();
 
 // Null if the module exports no such name.
 void* findSymbol(ModuleHandle module, const char* name);

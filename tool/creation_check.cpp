@@ -152,7 +152,7 @@ class CreationCheck {
         const platform::ModuleHandle module = platform::loadModule(path);
         if (module == nullptr)
             throw Obstacle{fmt::format("the system can't load the library: {} ({})",
-                                       toUtf8(platform::moduleLoadError()), code),
+                                       toUtf8(platform::moduleLoadError().text), code),
                            "Install what it needs, beside the host or where the system looks."};
         printStep("loading", "the system loads it");
         for (const char* name : entryPoints)

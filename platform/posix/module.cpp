@@ -68,8 +68,8 @@ ModuleHandle loadModule(std::u16string_view path) {
     return module;
 }
 
-std::u16string moduleLoadError() {
-    return fromNativePath(lastError);
+ModuleLoadError moduleLoadError() {
+    return {0, fromNativePath(lastError)};
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {

@@ -32,13 +32,13 @@ ModuleHandle loadModule(std::u16string_view path) {
     return LoadLibraryW(nativeText(path).c_str());
 }
 
-std::u16string moduleLoadError() {
+ModuleLoadError moduleLoadError() {
     const DWORD error = GetLastError();
     std::wstring text(1024, L'\0');
     const DWORD size =
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
                        LANG_USER_DEFAULT, text.data(), static_cast<DWORD>(text.size()), nullptr);
-    return fromNativeText({text.data(), size});
+    return {error, fromNativeText({text.data(), size})};
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {

@@ -50,9 +50,11 @@ class Client : public testing::Test {
     void TearDown() override { remove(); }
 
     static void remove() {
-        for (const auto root : {RegistryRoot::currentUser, RegistryRoot::localMachine})
-            if (const auto parent = platform::SystemKey::openForWriting(root, kParent))
+        for (const auto root : {RegistryRoot::currentUser, RegistryRoot::localMachine}) {
+            const auto parent = platform::SystemKey::openForWriting(root, kParent);
+            if (parent)
                 parent.deleteTree(u"x64");
+        }
     }
 
     static platform::SystemKey installationKey(RegistryRoot root) {
@@ -67,8 +69,9 @@ class Client : public testing::Test {
         platform::appendUtf16(TARVO_TEST_FAKES + fake, folder);
         const auto key = installationKey(root);
         ASSERT_TRUE(key.setText(nullptr, folder.c_str()));
-        if (version != nullptr)
+        if (version != nullptr) {
             ASSERT_TRUE(key.setText(u"version", version));
+        }
     }
 };
 
@@ -100,8 +103,9 @@ TEST_F(Client, TakesTheNewestInstallationThatItMayTrust) {
         const std::string newest = std::string("bound; ") + found;
         EXPECT_EQ(full.receive(), platform::hasFullElevation() ? ofMachine : newest);
         // Windows has no rights to give up that would change the process's own token.
-        if (!platform::isWine())
+        if (!platform::isWine()) {
             EXPECT_EQ(lesser.receive(), newest);
+        }
     }
 }
 
