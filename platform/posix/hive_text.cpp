@@ -106,26 +106,28 @@ class HiveReader {
             return std::nullopt;
         }
         HiveValue value{*type, {}};
-        skipToBytes();
-        if (rest_.empty() || rest_.starts_with(u'\n')) {
-            return value;
-        }
-        do {
-            skipToBytes();
+        while (skipToByte()) {
             const auto byte = takeNumber(2);
             if (!byte) {
-                return std::nullopt;
+                break;
             }
             value.bytes.push_back(static_cast<std::byte>(*byte));
-        } while (take(u","));
-        return value;
+            if (!take(u",")) {
+                return value;
+            }
+        }
+        return value.bytes.empty() ? std::optional{std::move(value)} : std::nullopt;
     }
 
-    // Skips blanks, and ends of lines that go on.
-    void skipToBytes() {
+    // Skips blanks, and line ends behind a mark that the bytes go on. False if the mark is
+    // elsewhere.
+    bool skipToByte() {
         for (skip(kBlanks); take(u"\\"); skip(kBlanks)) {
-            takeLineEnd();
+            if (!takeLineEnd()) {
+                return false;
+            }
         }
+        return true;
     }
 
     std::optional<std::uint32_t> takeNumber(std::size_t mostDigits) {
@@ -199,19 +201,20 @@ class HiveWriter {
   public:
     explicit HiveWriter(std::u16string_view rootName) : path_{rootName} { text_ += kFirstLine; }
 
-    void writeKey(const HiveKey& key) {
-        text_ += u"\n\n[" + path_ + u']';
-        for (const auto& [name, value] : key.values) {
-            text_ += u'\n';
-            name.empty() ? void(text_ += u'@') : writeQuoted(name);
-            text_ += u'=';
-            writeData(value);
-        }
-        for (const auto& [name, subkey] : key.subkeys) {
-            const std::size_t size = path_.size();
+    void write(const HiveKey& root) {
+        writeKey(root);
+        std::vector<Level> levels{{root.subkeys.begin(), root.subkeys.end(), path_.size()}};
+        while (!levels.empty()) {
+            Level& level = levels.back();
+            path_.resize(level.pathSize);
+            if (level.next == level.end) {
+                levels.pop_back();
+                continue;
+            }
+            const auto& [name, key] = *level.next++;
             path_ += u'\\' + name;
-            writeKey(*subkey);
-            path_.resize(size);
+            writeKey(*key);
+            levels.push_back({key->subkeys.begin(), key->subkeys.end(), path_.size()});
         }
     }
 
@@ -222,6 +225,27 @@ class HiveWriter {
     }
 
   private:
+    // A key whose subkeys are being written.
+    struct Level {
+        HiveKey::Subkeys::const_iterator next;
+        HiveKey::Subkeys::const_iterator end;
+        std::size_t pathSize;
+    };
+
+    void writeKey(const HiveKey& key) {
+        text_ += u"\n\n[" + path_ + u']';
+        for (const auto& [name, value] : key.values) {
+            text_ += u'\n';
+            if (name.empty()) {
+                text_ += u'@';
+            } else {
+                writeQuoted(name);
+            }
+            text_ += u'=';
+            writeData(value);
+        }
+    }
+
     void writeData(const HiveValue& value) {
         if (const auto text = plainText(value)) {
             writeQuoted(*text);
@@ -237,7 +261,8 @@ class HiveWriter {
 
     // What may stand between quotation marks.
     static std::optional<std::u16string> plainText(const HiveValue& value) {
-        if (value.type != kTextType || value.bytes.size() % sizeof(char16_t) != 0) {
+        if (value.type != kTextType || value.bytes.empty() ||
+            value.bytes.size() % sizeof(char16_t) != 0) {
             return std::nullopt;
         }
         std::u16string text(value.bytes.size() / sizeof(char16_t), u'\0');
@@ -309,7 +334,7 @@ bool readHive(std::string_view text, std::u16string_view rootName, HiveTree& tre
 
 std::string writeHive(const HiveKey& root, std::u16string_view rootName) {
     HiveWriter writer{rootName};
-    writer.writeKey(root);
+    writer.write(root);
     return writer.utf8();
 }
 

@@ -13,8 +13,8 @@ constexpr char16_t kSeparator = u'\\';
 // As on Windows.
 constexpr std::size_t kLongestName = 255;
 
-// Keys are written and torn down by functions that call themselves for each level, which this
-// bounds. Windows takes 512 levels; classes need eight.
+// A key's destructor calls those of its subkeys; this bounds how deep. Windows takes 512 levels,
+// classes need eight.
 constexpr std::size_t kDeepestKey = 100;
 
 bool canBeKeyName(std::u16string_view name) {
@@ -128,8 +128,12 @@ HiveKey& HiveTree::changeable(std::shared_ptr<HiveKey>& key) const {
 }
 
 void HiveTree::createStandardKeys() {
-    descend(u"Software\\Classes\\CLSID");
-    descend(u"Software\\Classes\\Wow6432Node\\CLSID");
+    for (const auto* path :
+         {u"Software\\Classes\\CLSID", u"Software\\Classes\\Wow6432Node\\CLSID"}) {
+        if (!has(path)) { // what is there need not be copied
+            descend(path);
+        }
+    }
 }
 
 } // namespace platform

@@ -25,9 +25,11 @@ struct HiveValue {
 };
 
 struct HiveKey {
-    std::map<std::u16string, HiveValue, LessWithoutCase>
-        values; // the default value's name is empty
-    std::map<std::u16string, std::shared_ptr<HiveKey>, LessWithoutCase> subkeys;
+    using Values = std::map<std::u16string, HiveValue, LessWithoutCase>;
+    using Subkeys = std::map<std::u16string, std::shared_ptr<HiveKey>, LessWithoutCase>;
+
+    Values values; // the default value's name is empty
+    Subkeys subkeys;
     std::uint64_t edition = 0; // of the tree, when this key was made
 };
 

@@ -23,6 +23,14 @@ bool isWritable(const std::string& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
+bool isWritableIfThere(const std::string& path) {
+    return isWritable(path) || errno == ENOENT;
+}
+
+std::string lockOf(const std::string& path) {
+    return path + ".lock";
+}
+
 bool writeAll(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t count =
@@ -70,7 +78,7 @@ bool FileState::isStillThatOf(const FileState& now) const {
 }
 
 ReplacingLock::ReplacingLock(const std::string& path) {
-    const std::string name = path + ".lock";
+    const std::string name = lockOf(path);
     descriptor_ = uninterrupted([&] {
         return open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW, kEverybody);
     });
@@ -86,8 +94,8 @@ ReplacingLock::~ReplacingLock() {
 }
 
 bool mayReplaceFile(const std::string& path) {
-    return isWritable(path.substr(0, path.rfind('/'))) &&
-           (isWritable(path) || !FileState{path}.exists());
+    return isWritable(path.substr(0, path.rfind('/'))) && isWritableIfThere(path) &&
+           isWritableIfThere(lockOf(path));
 }
 
 bool replaceFile(const std::string& path, std::string_view text) {
