@@ -106,7 +106,10 @@ OpenKey readable(const OpenKey& key) {
 }
 
 SystemKey openBelow(OpenKey key, const char16_t* path, RegistryView view) {
-    return descend(key, path, view) ? SystemKeyAccess::make(std::move(key)) : SystemKey{};
+    if (!descend(key, path, view)) {
+        return {};
+    }
+    return SystemKeyAccess::make(std::move(key));
 }
 
 // A key below one that is open for writing, whether it is there or not.
@@ -123,8 +126,10 @@ std::optional<OpenKey> writableBelow(const OpenKey& parent, const char16_t* path
 
 SystemKey openForWritingBelow(const OpenKey& parent, const char16_t* path, RegistryView view) {
     auto key = writableBelow(parent, path, view);
-    return key && key->hive->canWrite(key->path) ? SystemKeyAccess::make(*std::move(key))
-                                                 : SystemKey{};
+    if (!key || !key->hive->canWrite(key->path)) {
+        return {};
+    }
+    return SystemKeyAccess::make(*std::move(key));
 }
 
 std::u16string_view nameOrDefault(const char16_t* name) {
@@ -190,11 +195,13 @@ SystemKey SystemKey::create(const char16_t* path, RegistryView view) const {
     if (!key) {
         return {};
     }
-    const bool isThere =
-        key->hive->canWrite(key->path) || key->hive->make([path = key->path](HiveTree& tree) {
-            return tree.create(path) != nullptr;
-        });
-    return isThere ? SystemKeyAccess::make(*std::move(key)) : SystemKey{};
+    const auto create = [newPath = key->path](HiveTree& tree) {
+        return tree.create(newPath) != nullptr;
+    };
+    if (!key->hive->canWrite(key->path) && !key->hive->make(create)) {
+        return {};
+    }
+    return SystemKeyAccess::make(*std::move(key));
 }
 
 std::optional<SystemValue> SystemKey::findValue(const char16_t* name) const {
