@@ -3,6 +3,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
 #include <vector>
@@ -11,35 +12,44 @@ namespace TARVO {
 
 namespace {
 
-void appendEscaped(unsigned char byte, std::string& out) {
-    constexpr unsigned char kFirstKept = 9;
+// Bytes that stand for themselves in the file; those of sequences for characters beyond ASCII too.
+constexpr auto kPlain = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = ' '; byte < plain.size(); ++byte)
+        plain[byte] =
+            std::string_view("\"&'<>").find(static_cast<char>(byte)) == std::string_view::npos;
+    return plain;
+}();
+
+std::size_t plainFront(std::string_view bytes) {
+    const auto isPlain = [](char byte) {
+        return kPlain[static_cast<unsigned char>(byte)];
+    };
+    return static_cast<std::size_t>(std::ranges::find_if_not(bytes, isPlain) - bytes.begin());
+}
+
+void appendReference(char byte, std::string& out) {
+    constexpr char kFirstKept = 9;
     switch (byte) {
     case '"':
         out.append("&quot;");
-        return;
+        break;
     case '&':
         out.append("&amp;");
-        return;
+        break;
     case '\'':
         out.append("&apos;");
-        return;
+        break;
     case '<':
         out.append("&lt;");
-        return;
+        break;
     case '>':
         out.append("&gt;");
-        return;
-    default:
         break;
+    default:
+        if (byte >= kFirstKept)
+            out.append("&#").append(std::to_string(byte)).append(";");
     }
-    if (byte >= ' ')
-        out.push_back(static_cast<char>(byte));
-    else if (byte >= kFirstKept)
-        out.append("&#").append(std::to_string(byte)).append(";");
-}
-
-bool needsEscape(unsigned char byte) {
-    return byte < ' ' || byte == '"' || byte == '&' || byte == '\'' || byte == '<' || byte == '>';
 }
 
 // One blank a level, so that people can read a file. A tree as deep as no person makes one isn't
@@ -84,15 +94,18 @@ void writeValue(const NamedValue& value, std::size_t depth, std::string& out) {
 void escapeText(std::u16string_view text, std::string& out) {
     const std::size_t start = out.size();
     platform::appendUtf8(text, out);
-    std::size_t plain = start;
-    while (plain < out.size() && !needsEscape(static_cast<unsigned char>(out[plain])))
-        ++plain;
-    if (plain == out.size())
-        return;
-    const std::string rest = out.substr(plain);
-    out.resize(plain);
-    for (const char byte : rest)
-        appendEscaped(static_cast<unsigned char>(byte), out);
+    const std::size_t plain = plainFront(std::string_view(out).substr(start));
+    if (start + plain == out.size())
+        return; // nearly always
+    const std::string copy = out.substr(start + plain);
+    out.resize(start + plain);
+    for (std::string_view rest = copy; !rest.empty();) {
+        appendReference(rest.front(), out);
+        rest.remove_prefix(1);
+        const std::string_view run = rest.substr(0, plainFront(rest));
+        out.append(run);
+        rest.remove_prefix(run.size());
+    }
 }
 
 // A tree can be as deep as a file says, so the keys that are open stand in a list of their own. An
