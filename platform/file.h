@@ -59,7 +59,7 @@ class File {
     std::optional<std::size_t> write(std::span<const char> bytes);
 
     std::optional<std::uint64_t> size();
-    bool seekToStart();
+    bool seekTo(std::uint64_t position);
 
     // Cuts the file at the current position.
     bool truncateHere();

@@ -9,6 +9,8 @@
 #include "registry/registry_writer.h"
 #include "registry/scope.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <mutex>
 
@@ -16,28 +18,41 @@ namespace TARVO {
 
 namespace {
 
-// A copy fails while somebody writes the file; nobody does so for long.
-bool copyPatiently(const std::u16string& from, const std::u16string& to) {
+// Whether a file is no state to be kept: a new one, or what is left of a commit that was killed or
+// ran out of room.
+bool isUnfinished(bool allUsers, platform::File& file) {
+    constexpr std::size_t kTail = 4096;
+    std::array<char, kTail> tail{};
+    const std::uint64_t size = file.size().value_or(0);
+    if (!file.seekTo(size - std::min<std::uint64_t>(size, kTail)))
+        return false;
+    const std::size_t read = file.read(tail).value_or(0);
+    return isCutOff({tail.data(), read}) || (file.seekTo(0) && isMalformed(allUsers, file));
+}
+
+// The copy of the last good state is not given up for such a file.
+bool tryToBackUp(bool allUsers, const std::u16string& path) {
+    platform::OpenedFile opened = platform::File::openForReading(path);
+    return opened.file &&
+           (isUnfinished(allUsers, opened.file) || platform::copyFileOver(path, path + u".backup"));
+}
+
+// An attempt fails while somebody writes the file, and nobody does so for long.
+bool backUp(bool allUsers, const std::u16string& path) {
+    if (!platform::fileExists(path))
+        return true;
     constexpr int kAttempts = 100;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if (platform::copyFileOver(from, to))
+        if (tryToBackUp(allUsers, path))
             return true;
         platform::pauseFor(std::chrono::milliseconds(100));
     }
     return false;
 }
 
-// A malformed file can be what a commit left behind that was cut off. The commit won't go on from
-// it, and the copy of the last good state must not be lost for it.
-bool backUp(bool allUsers, const std::u16string& path) {
-    if (!platform::fileExists(path) || isMalformed(allUsers, path))
-        return true;
-    return copyPatiently(path, path + u".backup");
-}
-
 // Whatever comes of the writing, nothing of a longer text before may stay behind the new one.
 Result overwrite(platform::File& file, const std::string& text) {
-    if (!file.seekToStart())
+    if (!file.seekTo(0))
         return RC_UNSPECIFIED;
     const auto written = file.write({text.data(), text.size()});
     const bool cut = file.truncateHere();

@@ -59,6 +59,10 @@ Result openRegistryExclusive(const std::u16string& path, File& file) {
     }
 }
 
+bool isCutOff(std::string_view tail) {
+    return tail.rfind("</registry") == std::string_view::npos;
+}
+
 bool FileBytes::readUpTo(std::size_t size) {
     auto bytes = std::make_unique_for_overwrite<char[]>(size);
     std::copy_n(bytes_.get(), size_, bytes.get());

@@ -20,6 +20,10 @@ Result openRegistryShared(const std::u16string& path, platform::File& file);
 // folder is missing; RC_ACCESS_DENIED; RC_UNSPECIFIED.
 Result openRegistryExclusive(const std::u16string& path, platform::File& file);
 
+// Whether a file was cut off, by the last few thousand bytes of it. It can be well-formed all the
+// same: what is open at its end counts as closed.
+bool isCutOff(std::string_view tail);
+
 // The bytes of a file, as far as they have been read.
 class FileBytes {
   public:

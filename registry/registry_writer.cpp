@@ -84,7 +84,7 @@ Result TarvoRegistryWriter::deleteKey(const char16_t* path) {
 }
 
 Result TarvoRegistryWriter::deleteValue(const char16_t* path, const char16_t* name) {
-    if (path == nullptr || name == nullptr)
+    if (path == nullptr)
         return RC_NULL_POINTER;
     std::u16string_view below = path;
     if (const Result result = takeAbsolutePath(below); result != RC_OK)

@@ -120,10 +120,7 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
     return result;
 }
 
-bool isMalformed(bool allUsers, const std::u16string& path) {
-    platform::File file;
-    if (openRegistryShared(path, file) != RC_OK || !file)
-        return false;
+bool isMalformed(bool allUsers, platform::File& file) {
     Scope& scope = scopeOf(allUsers);
     std::u16string readId;
     {

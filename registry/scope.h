@@ -3,6 +3,7 @@
 // unchanged registry costs the same whatever the size of the file.
 #pragma once
 
+#include "platform/file.h"
 #include "registry/tree.h"
 #include "tarvo/base.h"
 
@@ -11,8 +12,7 @@
 
 namespace TARVO {
 
-// The path of a scope's registry.dat. Empty while the scope's data folder can't be had; each call
-// tries again then. Any thread.
+// The path of a scope's registry.dat. Empty if the scope's data folder can't be had. Any thread.
 std::u16string registryFilePath(bool allUsers);
 
 // Gives the node at a path of a scope as the file holds it now, or null if there is no such key.
@@ -28,9 +28,9 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
 Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& root,
                    std::u16string& id);
 
-// Whether a scope's file can be read and is malformed. A file under an id that this process has
-// read or written needs no reading for that. Waits as loadScope does. Commits alone call it.
-bool isMalformed(bool allUsers, const std::u16string& path);
+// Whether a scope's file, read from here on, is malformed. A file under an id that this process has
+// read or written needs no reading for that. Commits alone call it.
+bool isMalformed(bool allUsers, platform::File& file);
 
 // Notes the id under which a commit has written the scope's file. Commits alone call it.
 void noteWritten(bool allUsers, std::u16string_view id);

@@ -160,8 +160,8 @@ std::optional<std::uint64_t> File::size() {
     return static_cast<std::uint64_t>(status.st_size);
 }
 
-bool File::seekToStart() {
-    return lseek(descriptorOf(handle_), 0, SEEK_SET) == 0;
+bool File::seekTo(std::uint64_t position) {
+    return lseek(descriptorOf(handle_), static_cast<off_t>(position), SEEK_SET) >= 0;
 }
 
 bool File::truncateHere() {

@@ -127,8 +127,10 @@ std::optional<std::uint64_t> File::size() {
     return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-bool File::seekToStart() {
-    return SetFilePointerEx(asHandle(handle_), LARGE_INTEGER{}, nullptr, FILE_BEGIN) != 0;
+bool File::seekTo(std::uint64_t position) {
+    LARGE_INTEGER distance{};
+    distance.QuadPart = static_cast<LONGLONG>(position);
+    return SetFilePointerEx(asHandle(handle_), distance, nullptr, FILE_BEGIN) != 0;
 }
 
 bool File::truncateHere() {

@@ -104,7 +104,7 @@ TEST(File, IsOverwrittenAndCutInPlace) {
         File file = File::openExclusive(path).file;
         ASSERT_TRUE(file);
         EXPECT_EQ(readAll(file, 4), "a long text\r\n");
-        EXPECT_TRUE(file.seekToStart());
+        EXPECT_TRUE(file.seekTo(0));
         EXPECT_EQ(file.write(std::string_view{"new\n"}), 4u);
         EXPECT_TRUE(file.truncateHere());
         EXPECT_EQ(file.size(), 4u);

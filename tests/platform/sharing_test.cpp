@@ -222,7 +222,7 @@ void countUp() {
         File file = openToWrite(wide(path));
         const std::string text = textOf(file);
         const int number = (text.empty() ? 0 : std::stoi(text)) + 1;
-        file.seekToStart();
+        file.seekTo(0);
         file.write(numberText(number));
         file.truncateHere();
     }

@@ -12,16 +12,15 @@ namespace {
 using namespace tests;
 using std::filesystem::perms;
 
-// A writer of an ordinary user. Gets the folder of its machine state first and answers with the
-// path of the registry file; then a code answers each line of "writer", "set NAME LENGTH",
-// "commit", "room BYTES" and "room".
+// A writer of an ordinary user. Gets the folder of its machine state first; then a code answers
+// each line of "writer", "set NAME LENGTH", "commit", "room BYTES" and "room", and the path of the
+// registry file any other.
 void runCommands() {
     std::string line;
     std::getline(std::cin, line);
     setenv("TARVO_PLATFORM_ROOT", line.c_str(), 1);
     TarvoLibrary::get(); // from here on it may be out of reach
     support::leavePrivileges();
-    std::cout << registryFile(Scope::user).string() << std::endl;
     Writer writer;
     while (std::getline(std::cin, line)) {
         std::istringstream words(line);
@@ -38,9 +37,12 @@ void runCommands() {
             words >> name >> length;
             setText(keyWriter(writer, u"/"), wide(name).c_str(),
                     std::u16string(length, u'x').c_str());
-        } else {
+        } else if (command == "room") {
             std::size_t bytes = 0;
             support::limitFileSize(words >> bytes ? std::optional(bytes) : std::nullopt);
+        } else {
+            std::cout << registryFile(Scope::user).string() << std::endl;
+            continue;
         }
         std::cout << result << std::endl;
     }
@@ -51,7 +53,8 @@ class CommitOfAnOrdinaryUser : public testing::Test {
   protected:
     void SetUp() override {
         std::filesystem::permissions(machine_.path(), perms::all);
-        file_ = user_.ask(std::filesystem::path(machine_.path()).string());
+        user_.send(std::filesystem::path(machine_.path()).string());
+        file_ = user_.ask("file");
         EXPECT_EQ(user_.ask("writer"), "0");
         EXPECT_EQ(user_.ask("set first 1000"), "0");
         EXPECT_EQ(user_.ask("commit"), "0");
@@ -89,19 +92,30 @@ TEST_F(CommitOfAnOrdinaryUser, EndsAFileWhereTheDiskIsFull) {
     const std::string before = fileText(file_);
     EXPECT_EQ(user_.ask("set second 50000"), "0");
     EXPECT_EQ(user_.ask("room 20000"), "0");
-    EXPECT_EQ(user_.ask("commit"), "100");
-    EXPECT_EQ(fileText(file_).size(), 20000u);
-    EXPECT_NE(fileText(file_).substr(0, 60), before.substr(0, 60));
-    EXPECT_EQ(fileText(backupOf(file_)), before);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        EXPECT_EQ(user_.ask("commit"), "100");
+        EXPECT_EQ(fileText(file_).size(), 20000u);
+        EXPECT_NE(fileText(file_).substr(0, 60), before.substr(0, 60));
+        EXPECT_EQ(fileText(backupOf(file_)), before);
+    }
 
-    std::filesystem::copy_file(backupOf(file_), file_,
-                               std::filesystem::copy_options::overwrite_existing);
+    restoreBackup(file_);
     EXPECT_EQ(user_.ask("room"), "0");
     EXPECT_EQ(user_.ask("commit"), "0");
     const std::string after = fileText(file_);
     EXPECT_NE(after.find(std::string(1000, 'x') + "</value>\n"), std::string::npos);
     EXPECT_NE(after.find(std::string(50000, 'x') + "</value>\n"), std::string::npos);
     EXPECT_TRUE(after.ends_with("</registry>\n"));
+}
+
+TEST(CommitWithoutAFolder, IsToldFromAnEmptyScope) {
+    const TemporaryFolder machine;
+    std::filesystem::permissions(machine.path(), perms::none);
+    support::Process user("ordinary user");
+    user.send(std::filesystem::path(machine.path()).string());
+    EXPECT_EQ(user.ask("writer"), "0");
+    EXPECT_EQ(user.ask("set first 1"), "0");
+    EXPECT_EQ(user.ask("commit"), "506");
 }
 
 } // namespace

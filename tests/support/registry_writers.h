@@ -55,4 +55,8 @@ inline std::filesystem::path backupOf(std::filesystem::path file) {
     return file += ".backup";
 }
 
+inline void restoreBackup(const std::filesystem::path& file) {
+    writeFile(file, fileText(backupOf(file)));
+}
+
 } // namespace tests
