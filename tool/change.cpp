@@ -27,41 +27,45 @@ TarvoUUID readUuid(const std::string& text) {
 
 } // namespace
 
-void setRegistryValue(const Change& change, ValueType type, const std::string& text) {
+void setRegistryValue(const ValuePlace& place, ValueType type, const std::string& text) {
     const Library library;
-    const ScopeWriter writer(library, change.scope == Scope::machine);
-    const KeyChange key = writer.key(change.path);
+    const ScopeWriter writer(library, place.scope == Scope::machine);
+    const KeyChange key = writer.key(place.path);
     switch (type) {
     case ValueType::string:
-        key.setString(change.name, text);
+        key.setString(place.name, text);
         break;
     case ValueType::integer:
-        key.setInteger(change.name, readInteger(text));
+        key.setInteger(place.name, readInteger(text));
         break;
     case ValueType::uuid:
-        key.setUuid(change.name, readUuid(text));
+        key.setUuid(place.name, readUuid(text));
         break;
     case ValueType::empty:
-        key.setEmpty(change.name);
+        key.setEmpty(place.name);
         break;
     }
     writer.commit();
 }
 
-void deleteFromRegistry(const Change& change) {
+void deleteRegistryValue(const ValuePlace& place) {
     const Library library;
-    const ScopeWriter writer(library, change.scope == Scope::machine);
-    if (change.name.empty()) {
-        if (!writer.hasKey(change.path))
-            throw Failure("there is no key " + change.path + " in this scope", RC_NOT_FOUND);
-        writer.deleteKey(change.path);
-    } else {
-        if (!writer.hasValue(change.path, change.name))
-            throw Failure("there is no value " + change.name + " of " + change.path +
-                              " in this scope",
-                          RC_NOT_FOUND);
-        writer.deleteValue(change.path, change.name);
-    }
+    const ScopeWriter writer(library, place.scope == Scope::machine);
+    if (!writer.hasValue(place.path, place.name))
+        throw Failure("there is no value " + place.name + " of " + place.path + " in this scope",
+                      RC_NOT_FOUND);
+    writer.deleteValue(place.path, place.name);
+    writer.commit();
+}
+
+void deleteRegistryKey(const std::string& path, Scope scope) {
+    if (path.empty() || path == "/" || path == "\\")
+        throw Failure("the root can't be deleted, only the keys in it");
+    const Library library;
+    const ScopeWriter writer(library, scope == Scope::machine);
+    if (!writer.hasKey(path))
+        throw Failure("there is no key " + path + " in this scope", RC_NOT_FOUND);
+    writer.deleteKey(path);
     writer.commit();
 }
 

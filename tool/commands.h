@@ -11,8 +11,8 @@ enum class Scope { all, machine, user };
 // other is reported on the error stream.
 void showRegistry(const std::string& path, Scope scope, bool asJson);
 
-// A place in the registry of one scope. Without a name it is the key itself.
-struct Change {
+// A value in the registry of one scope.
+struct ValuePlace {
     std::string path;
     std::string name;
     Scope scope = Scope::user;
@@ -21,10 +21,12 @@ struct Change {
 enum class ValueType { string, integer, uuid, empty };
 
 // Sets a value; the key is made if it isn't there.
-void setRegistryValue(const Change& change, ValueType type, const std::string& text);
+void setRegistryValue(const ValuePlace& place, ValueType type, const std::string& text);
 
-// Deletes a value, or a key with all below it.
-void deleteFromRegistry(const Change& change);
+void deleteRegistryValue(const ValuePlace& place);
+
+// Deletes a key with all below it.
+void deleteRegistryKey(const std::string& path, Scope scope);
 
 // Prints a key of one scope, with all below it, as JSON that importRegistry takes.
 void exportRegistry(const std::string& path, Scope scope);
@@ -35,7 +37,8 @@ void importRegistry(const std::string& file, const std::string& path, Scope scop
 // Puts the backup of a scope's file in the place of the file, which is kept aside.
 void restoreBackup(Scope scope);
 
-// Prints whether a registry file is well-formed, or its first fault. False for a malformed one.
+// Prints whether a registry file is well-formed, or its first fault. False for a malformed one, and
+// for one that was cut off.
 bool verifyRegistryFile(const std::string& path);
 
 // Prints what is installed and where its data lie.

@@ -19,8 +19,7 @@ std::string stateOfFile(const std::u16string& path) try {
         return "not there yet";
     if (file.fault)
         return fmt::format("malformed in line {}: {}", file.fault->line, file.fault->reason);
-    const TreeSize size = sizeOfTree(*file.root);
-    return fmt::format("well-formed, keys: {}, values: {}", size.keys, size.values);
+    return describeContent(file);
 } catch (const Failure& failure) {
     return failure.what();
 }

@@ -40,7 +40,8 @@ void addVerify(CLI::App& registry, RegistryOptions& options) {
         registry.add_subcommand("verify", "Finds the first fault of a registry file");
     verify->add_option("FILE", options.file, "The file")->required()->type_name("");
     verify->footer(
-        "Prints file:line:column: reason for a malformed file; the exit status is 1 then.\n\n"
+        "Prints file:line:column: reason for a malformed file. The exit status is 1 then, and for\n"
+        "a file whose end is missing.\n\n"
         "Example: tarvo registry verify registry.dat.backup");
     verify->callback([&] { options.faultFound = !verifyRegistryFile(options.file); });
 }
@@ -84,12 +85,16 @@ void addDelete(CLI::App& registry, RegistryOptions& options) {
     remove->add_option("KEY", options.key, "The key, with a slash in front")
         ->required()
         ->type_name("");
-    remove->add_option("NAME", options.name, "The value; if left out, the key is deleted")
-        ->type_name("");
+    const CLI::Option* name =
+        remove->add_option("NAME", options.name, "The value; if left out, the key is deleted")
+            ->type_name("");
     addScope(remove, options);
     remove->footer("Example: tarvo registry delete /my/settings size");
-    remove->callback([&] {
-        deleteFromRegistry({options.key, options.name, scopeNamed(options.scope)});
+    remove->callback([&options, name] {
+        if (name->count() > 0)
+            deleteRegistryValue({options.key, options.name, scopeNamed(options.scope)});
+        else
+            deleteRegistryKey(options.key, scopeNamed(options.scope));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/file.h"
 #include "platform/process.h"
+#include "registry/registry_file.h"
 #include "registry/registry_parser.h"
 #include "tool/failure.h"
 #include "tool/text.h"
@@ -16,6 +17,7 @@ namespace tool {
 namespace {
 
 using platform::FileError;
+using TARVO::TarvoRegistry;
 
 [[noreturn]] void failToRead(const std::u16string& path, FileError error) {
     const std::string attempt = "cannot read " + toUtf8(path);
@@ -56,6 +58,10 @@ std::string readBytes(platform::File& file, const std::u16string& path) {
     }
 }
 
+bool isEmpty(const TarvoRegistry& root) {
+    return root.subKeys.size() + root.values.size() == 0;
+}
+
 FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
     const std::string_view before = bytes.substr(0, fault.offset);
     const auto lineFeeds = std::ranges::count(before, '\n');
@@ -69,7 +75,7 @@ FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
 
 RegistryFile readRegistryFile(const std::u16string& path) {
     RegistryFile result;
-    result.root = TARVO::TarvoRegistry::makeRoot();
+    result.root = TarvoRegistry::makeRoot();
     platform::OpenedFile opened = openPatiently(path);
     if (opened.error == FileError::notFound || opened.error == FileError::pathNotFound)
         return result;
@@ -81,6 +87,8 @@ RegistryFile readRegistryFile(const std::u16string& path) {
     if (parser.parse(bytes) == TARVO::ParseOutcome::malformed) {
         result.root = nullptr;
         result.fault = locate(parser.fault(), bytes);
+    } else {
+        result.isCutOff = !isEmpty(*result.root) && TARVO::isCutOff(bytes);
     }
     return result;
 }
@@ -89,17 +97,19 @@ std::string describeFault(std::u16string_view path, const FileFault& fault) {
     return fmt::format("{}:{}:{}: {}", toUtf8(path), fault.line, fault.column, fault.reason);
 }
 
-TreeSize sizeOfTree(const TARVO::TarvoRegistry& root) {
-    TreeSize size;
-    std::vector<const TARVO::TarvoRegistry*> ahead{&root};
+std::string describeContent(const RegistryFile& file) {
+    std::size_t keys = 0;
+    std::size_t values = 0;
+    std::vector<const TarvoRegistry*> ahead{file.root.get()};
     while (!ahead.empty()) {
-        const TARVO::TarvoRegistry& key = *ahead.back();
+        const TarvoRegistry& key = *ahead.back();
         ahead.pop_back();
-        size.keys += key.subKeys.size();
-        size.values += key.values.size();
-        key.subKeys.forEach([&](const TARVO::TarvoRegistry& child) { ahead.push_back(&child); });
+        keys += key.subKeys.size();
+        values += key.values.size();
+        key.subKeys.forEach([&](const TarvoRegistry& child) { ahead.push_back(&child); });
     }
-    return size;
+    return fmt::format("{}, keys: {}, values: {}", file.isCutOff ? "cut off" : "well-formed", keys,
+                       values);
 }
 
 } // namespace tool

@@ -19,6 +19,7 @@ struct FileFault {
 
 struct RegistryFile {
     bool isThere = false;
+    bool isCutOff = false; // its end is missing; the library takes what there is
     tarvo::Reference<TARVO::TarvoRegistry> root; // null if the file is malformed
     std::optional<FileFault> fault;
 };
@@ -29,10 +30,7 @@ RegistryFile readRegistryFile(const std::u16string& path);
 // "path:line:column: reason"
 std::string describeFault(std::u16string_view path, const FileFault& fault);
 
-struct TreeSize {
-    std::size_t keys = 0; // without the root
-    std::size_t values = 0;
-};
-TreeSize sizeOfTree(const TARVO::TarvoRegistry& root);
+// Whether a file that is no malformed one is whole, and how much it holds.
+std::string describeContent(const RegistryFile& file);
 
 } // namespace tool

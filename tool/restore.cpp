@@ -24,9 +24,11 @@ std::u16string freeName(const std::u16string& path) {
 void checkBackup(const std::u16string& path) {
     const RegistryFile backup = readRegistryFile(path);
     if (!backup.isThere)
-        throw Failure("there is no backup " + toUtf8(path), RC_NOT_FOUND);
+        throw Failure("there is no backup " + toUtf8(path));
     if (backup.fault)
         throw Failure(describeFault(path, *backup.fault), RC_BAD_REGISTRY_FILE);
+    if (backup.isCutOff)
+        throw Failure("the backup itself is cut off: " + toUtf8(path));
 }
 
 // The file is overwritten in place while nobody else has it, as a commit does.
@@ -38,8 +40,8 @@ void overwrite(const std::u16string& from, const std::u16string& to) {
     platform::File target;
     require(TARVO::openRegistryExclusive(to, target), "cannot open " + toUtf8(to));
     const std::string_view text = bytes.view();
-    if (!target || !target.seekToStart() ||
-        target.write({text.data(), text.size()}) != text.size() || !target.truncateHere())
+    if (!target || !target.seekTo(0) || target.write({text.data(), text.size()}) != text.size() ||
+        !target.truncateHere())
         throw Failure("cannot write " + toUtf8(to));
 }
 

@@ -47,9 +47,8 @@ bool verifyRegistryFile(const std::string& path) {
         fmt::print("{}\n", describeFault(filePath, *file.fault));
         return false;
     }
-    const TreeSize size = sizeOfTree(*file.root);
-    fmt::print("{}: well-formed, keys: {}, values: {}\n", path, size.keys, size.values);
-    return true;
+    fmt::print("{}: {}\n", path, describeContent(file));
+    return !file.isCutOff;
 }
 
 } // namespace tool
