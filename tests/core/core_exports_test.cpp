@@ -24,17 +24,6 @@ std::u16string descriptionOf(std::uint32_t code) {
     return text.text();
 }
 
-TEST(Exports, StandFromTheFirstDay) {
-    for (const char* name :
-         {"tarvoTerminate", "getTarvoFolder", "getTarvoDataFolder", "getTarvoUserDataFolder",
-          "getTarvoLanguage", "getTarvoVersion", "vaskGenUUID", "vaskStringFromUUID",
-          "vaskUUIDFromString", "getErrorDescription", "vaskGetDataClassFactory",
-          "vaskGetRegistryKey", "vaskGetRegistryWriter", "vaskGetPMCEnumerator",
-          "vaskGetLibraryEnumerator", "tarvoCreatePMCInstance",
-          "tarvoDepersistFromTransitionFormat", "tarvoDepersistPMCFromTransitionFormat"})
-        EXPECT_NE(platform::findSymbol(TarvoLibrary::get().module(), name), nullptr) << name;
-}
-
 TEST(UUIDExports, MakePrintAndRead) {
     const TarvoUUID first = TARVO_CALL(vaskGenUUID)();
     const TarvoUUID second = TARVO_CALL(vaskGenUUID)();
