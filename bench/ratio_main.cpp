@@ -35,7 +35,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
             const std::string who = name.substr(slash + 1);
             time_[what][who].push_back(run.GetAdjustedRealTime());
             for (const auto& [counter, value] : run.counters)
-                if (counter.find("bytes") != std::string::npos)
+                if (counter.find("bytes") != std::string::npos &&
+                    (value.flags & benchmark::Counter::kIsRate) == 0)
                     time_[what + ", " + counter][who].push_back(value.value);
         }
     }

@@ -1,13 +1,12 @@
 // Reading the registry: a whole file into a tree beside an XML library's DOM of the same bytes, a
 // look-up by path beside hash maps of the standard library, and opening a key of an unchanged file.
 #include "bench/heap_use.h"
+#include "bench/machine.h"
 #include "bench/registry_data.h"
 #include "registry/scope.h"
 
-#include <tarvo/environment.h>
 #include <tarvo/registry.h>
 #include <tarvo/result.h>
-#include <tarvo/text.hpp>
 
 #include <benchmark/benchmark.h>
 #include <cstdlib>
@@ -168,22 +167,8 @@ BENCHMARK(findByUnorderedMap)->Name("find a path of 3 among 100,000 keys/unorder
 
 // ---- opening a key of an unchanged registry ----
 
-// A machine state of the benchmark's own, made before the library first looks for its folders.
-std::filesystem::path userRegistryFile() {
-    static const std::filesystem::path root = [] {
-        auto folder = std::filesystem::temp_directory_path() /
-                      ("tarvo-bench-root-" + std::to_string(std::random_device()()));
-        std::filesystem::create_directories(folder);
-        setenv("TARVO_PLATFORM_ROOT", folder.c_str(), 1);
-        return folder;
-    }();
-    tarvo::String folder;
-    getTarvoUserDataFolder(folder.pair());
-    return std::filesystem::path(folder.text()) / "registry.dat";
-}
-
 void openUnchangedKey(benchmark::State& state, std::size_t size) {
-    const std::filesystem::path file = userRegistryFile();
+    const std::filesystem::path file = bench::userRegistryFile();
     std::ofstream(file, std::ios::binary)
         << bench::registryOfSize(size, "size " + std::to_string(size));
     const auto open = [] {
