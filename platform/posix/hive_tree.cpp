@@ -89,9 +89,9 @@ bool HiveTree::remove(std::u16string_view path) {
     if (!has(path)) {
         return false;
     }
-    const std::size_t end = path.rfind(kSeparator);
-    HiveKey& parent = descend(path.substr(0, end));
-    parent.subkeys.erase(parent.subkeys.find(path.substr(end + 1)));
+    const std::size_t nameAt = path.rfind(kSeparator) + 1; // 0 for a key of the root
+    HiveKey& parent = descend(path.substr(0, nameAt));
+    parent.subkeys.erase(parent.subkeys.find(path.substr(nameAt)));
     createStandardKeys();
     return true;
 }
@@ -107,8 +107,7 @@ bool HiveTree::has(std::u16string_view path) const {
 
 HiveKey& HiveTree::descend(std::u16string_view path) {
     HiveKey* key = &changeable(root_);
-    while (!path.empty()) {
-        const std::u16string_view name = takeKeyName(path);
+    for (auto name = takeKeyName(path); !name.empty(); name = takeKeyName(path)) {
         auto subkey = key->subkeys.find(name);
         if (subkey == key->subkeys.end()) {
             subkey = key->subkeys.emplace(name, std::make_shared<HiveKey>()).first;

@@ -142,6 +142,21 @@ TEST(Hive, IsReadOnceForAsLongAsItsFileStays) {
     EXPECT_EQ(textAt(SystemKey::open(kUser, u"Key"), u""), u"two");
 }
 
+TEST(Hive, IsShownByAnOpenKeyAsItWas) {
+    const Machine machine;
+    RegistryBatch batch; // with no file yet, all is done to one tree
+    EXPECT_TRUE(setText(kUser, u"Key\\Sub", u"", u"one"));
+    const SystemKey key = SystemKey::open(kUser, u"Key");
+    EXPECT_TRUE(setText(kUser, u"Key\\Sub", u"", u"two"));
+    EXPECT_TRUE(setText(kUser, u"Key\\Other", u"", u"two"));
+    const SystemKey later = SystemKey::open(kUser, u"Key");
+    EXPECT_TRUE(SystemKey::openForWriting(kUser, u"").deleteTree(u"Key"));
+    EXPECT_EQ(textAt(key.open(u"Sub"), u""), u"one");
+    EXPECT_EQ(subkeysOf(key).size(), 1u);
+    EXPECT_EQ(textAt(later.open(u"Sub"), u""), u"two");
+    EXPECT_EQ(subkeysOf(later).size(), 2u);
+}
+
 // Tells what can be done with two keys that are there.
 void useWithoutRights() {
     support::leavePrivileges();
