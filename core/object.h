@@ -29,6 +29,11 @@ struct UUIDLess {
     }
 };
 
+inline bool isNil(const UUID& uuid) noexcept {
+    constexpr UUID kNil = {};
+    return std::memcmp(uuid.bytes, kNil.bytes, sizeof kNil.bytes) == 0;
+}
+
 // An object with one interface, I, derived from ITarvoBase. It starts with no reference: whoever
 // makes it and hands it out adds the first.
 template <class T, class I>
@@ -77,6 +82,8 @@ void handOut(Reference<T> object, I** out) noexcept {
 template <class T>
 class VaskBaseImpl {
   public:
+    using MeType = VaskBaseImpl;
+
     VaskBaseImpl(const VaskBaseImpl&) = delete;
     VaskBaseImpl& operator=(const VaskBaseImpl&) = delete;
 
@@ -112,8 +119,11 @@ class VaskBaseImpl {
     IVaskInterface* pair() noexcept { return &pair_; }
 
   protected:
-    VaskBaseImpl() : pair_{this, &kTable} { enterInterface(kIVaskInterfaceId, &pair_); }
+    VaskBaseImpl() : pair_{me(), &kTable} { enterInterface(kIVaskInterfaceId, &pair_); }
     virtual ~VaskBaseImpl() = default;
+
+    // What all interface pairs of the object hold as `me`.
+    void* me() noexcept { return this; }
 
     // Every interface begins with the slots of IVaskInterface, so its pair serves as one.
     template <class I>
@@ -150,8 +160,7 @@ class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
   protected:
     explicit ReadOnlyNamedVaskBaseImpl(std::u16string_view name,
                                        std::u16string_view description = {})
-        : identification_{static_cast<VaskBaseImpl<T>*>(this), &kTable}, name_(name),
-          description_(description) {
+        : identification_{this->me(), &kTable}, name_(name), description_(description) {
         this->enterInterface(kITarvoIdentificationId, &identification_);
     }
 
