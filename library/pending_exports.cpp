@@ -14,10 +14,6 @@ TarvoResult notYet(T** out) {
 
 } // namespace
 
-TarvoResult vaskGetPMCEnumerator(IVaskPMCEnumerator** enumerator) {
-    return notYet(enumerator);
-}
-
 TarvoResult vaskGetLibraryEnumerator(IVaskLibraryEnumerator** enumerator) {
     return notYet(enumerator);
 }

@@ -22,6 +22,14 @@ TarvoRegistryKey::TarvoRegistryKey(Reference<TarvoRegistry> user,
                                    Reference<TarvoRegistry> allUsers) noexcept
     : TarvoRegistryKeyImpl(&kTable, std::move(user), std::move(allUsers)) {}
 
+Reference<TarvoRegistryKey> TarvoRegistryKey::keyAt(const char16_t* path) const {
+    auto user = Reference<TarvoRegistry>::share(findKey(userSide.get(), path));
+    auto allUsers = Reference<TarvoRegistry>::share(findKey(allUsersSide.get(), path));
+    if (!user && !allUsers)
+        return nullptr;
+    return makeObject<TarvoRegistryKey>(std::move(user), std::move(allUsers));
+}
+
 Result giveNames(const std::vector<std::u16string_view>& names, IVaskArray* target) {
     void* elements = nullptr;
     const Result result =

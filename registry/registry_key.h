@@ -30,8 +30,7 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
 
   public:
     Result getValueNames(IVaskArray* names) {
-        return names == nullptr ? RC_NULL_POINTER
-                                : giveNames(mergedNames(&TarvoRegistry::values), names);
+        return names == nullptr ? RC_NULL_POINTER : giveNames(valueNames(), names);
     }
 
     Result getValueType(const char16_t* name, const char16_t* path, std::uint32_t* type) {
@@ -76,8 +75,7 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
     }
 
     Result getKeyNames(IVaskArray* names) {
-        return names == nullptr ? RC_NULL_POINTER
-                                : giveNames(mergedNames(&TarvoRegistry::subKeys), names);
+        return names == nullptr ? RC_NULL_POINTER : giveNames(keyNames(), names);
     }
 
     Result getKey(const char16_t* path, IVaskRegistryKey** key) {
@@ -104,6 +102,23 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
         return RC_OK;
     }
 
+    // The names of both sides' entries, each once. They stay where the nodes are.
+    std::vector<std::u16string_view> valueNames() const {
+        return mergedNames(&TarvoRegistry::values);
+    }
+    std::vector<std::u16string_view> keyNames() const {
+        return mergedNames(&TarvoRegistry::subKeys);
+    }
+
+    // Whether there is a value of type string that isn't empty.
+    bool hasText(const char16_t* name) const {
+        return fromEitherSide(name, nullptr, [](const NamedValue& value) -> Result {
+                   return value.type() == RegistryValueType::string && !value.text().empty()
+                              ? RC_OK
+                              : RC_NOT_AVAILABLE;
+               }) == RC_OK;
+    }
+
   protected:
     TarvoRegistryKeyImpl(const typename Base::Table* table, Reference<TarvoRegistry> user,
                          Reference<TarvoRegistry> allUsers) noexcept
@@ -116,7 +131,7 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
     // Lets `use` answer from the user's value, or from the all users' where the user has none of
     // that name. A value of another type hides the other side's all the same.
     template <class Use>
-    Result fromEitherSide(std::u16string_view name, const char16_t* path, Use&& use) {
+    Result fromEitherSide(std::u16string_view name, const char16_t* path, Use&& use) const {
         Result result = RC_NOT_FOUND;
         for (TarvoRegistry* side : {userSide.get(), allUsersSide.get()}) {
             const TarvoRegistry* node = side == nullptr ? nullptr : findKey(side, path);
@@ -129,7 +144,6 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
         return result;
     }
 
-    // The names of both sides' entries, each once. They stay where the nodes are.
     template <class Entry>
     std::vector<std::u16string_view> mergedNames(NameTable<Entry> TarvoRegistry::*table) const {
         std::vector<std::u16string_view> names;
@@ -151,6 +165,9 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
 class TarvoRegistryKey final : public TarvoRegistryKeyImpl<IVaskRegistryKey, TarvoRegistryKey> {
   public:
     TarvoRegistryKey(Reference<TarvoRegistry> user, Reference<TarvoRegistry> allUsers) noexcept;
+
+    // The key at a path below this one; null if neither side has it.
+    Reference<TarvoRegistryKey> keyAt(const char16_t* path) const;
 
   private:
     static const IVaskRegistryKeyTable kTable;

@@ -97,13 +97,22 @@ Result TarvoRegistryKeyWriter::getKey(const char16_t* path, IVaskRegistryKey** k
 Result TarvoRegistryKeyWriter::createKey(const char16_t* path, IVaskRegistryKeyWriter** key) {
     if (path == nullptr || key == nullptr)
         return RC_NULL_POINTER;
+    Reference<TarvoRegistryKeyWriter> made;
+    if (const Result result = makeKey(path, made); result != RC_OK)
+        return result;
+    handOut(std::move(made), key);
+    return RC_OK;
+}
+
+Result TarvoRegistryKeyWriter::makeKey(std::u16string_view path,
+                                       Reference<TarvoRegistryKeyWriter>& key) {
     Components components;
     if (const Result result = splitKeyPath(path, components); result != RC_OK)
         return result;
     TarvoRegistryKeyWriter* reached = this;
     for (const std::u16string& name : components)
         reached = &reached->createChild(name);
-    handOut(Reference<TarvoRegistryKeyWriter>::share(reached), key);
+    key = Reference<TarvoRegistryKeyWriter>::share(reached);
     return RC_OK;
 }
 

@@ -51,6 +51,9 @@ class TarvoRegistryKeyWriter final
     Result setUUIDValue(const char16_t* name, const UUID* value);
     Result setEmptyValue(const char16_t* name);
 
+    // What createKey does, inside the library.
+    Result makeKey(std::u16string_view path, Reference<TarvoRegistryKeyWriter>& key);
+
     // Applies what this key writer and those below it have recorded to a tree that nobody has seen,
     // whose nodes bear the present edition, and lets them stand on it from here on.
     void replayOn(Reference<TarvoRegistry> root);

@@ -1,5 +1,6 @@
 #include "registry/writer_names.h"
 
+#include "core/lower_case.h"
 #include "tarvo/result.h"
 
 namespace TARVO {
@@ -27,14 +28,6 @@ bool isStorable(std::u16string_view name) {
     return !name.empty();
 }
 
-std::u16string fold(std::u16string_view name) {
-    std::u16string folded(name);
-    for (char16_t& unit : folded)
-        if (unit >= u'A' && unit <= u'Z')
-            unit = static_cast<char16_t>(unit + (u'a' - u'A'));
-    return folded;
-}
-
 } // namespace
 
 Result takeValueName(const char16_t* name, std::u16string& folded) {
@@ -43,7 +36,7 @@ Result takeValueName(const char16_t* name, std::u16string& folded) {
     const std::u16string_view text(name);
     if (!isStorable(text) || text.find_first_of(kSeparators) != std::u16string_view::npos)
         return RC_INVALID_KEY_NAME;
-    folded = fold(text);
+    folded = lowerCase(text);
     return RC_OK;
 }
 
@@ -53,7 +46,7 @@ Result splitKeyPath(std::u16string_view path, std::vector<std::u16string>& compo
         const std::u16string_view component = path.substr(0, end);
         if (!isStorable(component))
             return RC_INVALID_KEY_NAME;
-        components.push_back(fold(component));
+        components.push_back(lowerCase(component));
         path.remove_prefix(end == std::u16string_view::npos ? path.size() : end + 1);
     } while (!path.empty());
     return RC_OK;

@@ -1,8 +1,8 @@
-#include "registry/registry_writer.h"
+#include "writer/registry_writer.h"
 
+#include "catalogue/pmc_registrar.h"
 #include "platform/process.h"
 #include "registry/scope.h"
-#include "registry/writer_names.h"
 
 #include <mutex>
 
@@ -27,75 +27,57 @@ constinit const IVaskRegistryWriterTable TarvoRegistryWriter::kTable = {
 };
 
 TarvoRegistryWriter::TarvoRegistryWriter(bool allUsers, Reference<TarvoRegistry> originalRoot)
-    : TarvoBaseImpl(&kTable), originalRoot_(std::move(originalRoot)),
-      state_(std::make_shared<EditState>(allUsers)) {
-    makeRootKeyWriter();
-}
+    : TarvoBaseImpl(&kTable), keys_(allUsers, std::move(originalRoot)), components_(keys_) {}
 
-void TarvoRegistryWriter::makeRootKeyWriter() {
-    rootKeyWriter_ = makeObject<TarvoRegistryKeyWriter>(state_, originalRoot_, nullptr);
-}
-
-Reference<TarvoRegistry> TarvoRegistryWriter::shownRoot() const {
-    return workingRoot_ ? workingRoot_ : rootKeyWriter_->node();
-}
-
-// A null path is the root where a path isn't required.
-Result TarvoRegistryWriter::getKeyWriter(const char16_t* path, IVaskRegistryKeyWriter** key) {
-    if (key == nullptr)
+Result TarvoRegistryWriter::createPMCRegistrar(IVaskPMCRegistrar** registrar) {
+    if (registrar == nullptr)
         return RC_NULL_POINTER;
-    *key = nullptr;
-    std::u16string_view below = path == nullptr ? u"" : path;
-    if (const Result result = takeAbsolutePath(below); result != RC_OK)
-        return result;
-    if (!below.empty())
-        return rootKeyWriter_->createKey(below.data(), key);
-    handOut(rootKeyWriter_, key);
+    handOut(
+        makeObject<TarvoPMCRegistrar>(Reference<IVaskRegistryWriter>::share(pair()), components_),
+        registrar);
     return RC_OK;
-}
-
-Result TarvoRegistryWriter::getKey(const char16_t* path, IVaskRegistryKey** key) {
-    if (key == nullptr)
-        return RC_NULL_POINTER;
-    *key = nullptr;
-    std::u16string_view below = path == nullptr ? u"" : path;
-    if (const Result result = takeAbsolutePath(below); result != RC_OK)
-        return result;
-    state_->beginEdition(); // the key shows the state of now, whatever is changed later
-    const Reference<TarvoRegistry> root = shownRoot();
-    auto node = Reference<TarvoRegistry>::share(
-        findKey(root.get(), below.empty() ? nullptr : below.data()));
-    if (!node)
-        return RC_NOT_FOUND;
-    if (state_->allUsers)
-        giveKey(nullptr, std::move(node), key);
-    else
-        giveKey(std::move(node), nullptr, key);
-    return RC_OK;
-}
-
-Result TarvoRegistryWriter::deleteKey(const char16_t* path) {
-    if (path == nullptr)
-        return RC_NULL_POINTER;
-    std::u16string_view below = path;
-    if (const Result result = takeAbsolutePath(below); result != RC_OK)
-        return result;
-    return below.empty() ? Result{RC_ACCESS_DENIED} : rootKeyWriter_->deleteKey(below.data());
-}
-
-Result TarvoRegistryWriter::deleteValue(const char16_t* path, const char16_t* name) {
-    if (path == nullptr)
-        return RC_NULL_POINTER;
-    std::u16string_view below = path;
-    if (const Result result = takeAbsolutePath(below); result != RC_OK)
-        return result;
-    return rootKeyWriter_->deleteValue(below.data(), name);
 }
 
 Result TarvoRegistryWriter::revert() {
-    makeRootKeyWriter();
-    workingRoot_ = nullptr;
+    keys_.revert();
+    components_.clear();
     return RC_OK;
+}
+
+Result TarvoRegistryWriter::commit() {
+    static std::mutex commits; // of both scopes
+    const std::lock_guard lock(commits);
+
+    const std::u16string path = registryFilePath(keys_.allUsers());
+    if (path.empty() || !keys_.backUp(path))
+        return RC_NO_DATA_FOLDER;
+    if (const Result result = libraryFiles_.copyStaged(path); result != RC_OK)
+        return result;
+    const auto carryOut = [this](TarvoRegistryKeyWriter& root) {
+        components_.carryOut(root);
+    };
+    if (const Result result = keys_.mergeInto(path, carryOut); result != RC_OK)
+        return result;
+    if (const Result result = libraryFiles_.removeRetired(path); result != RC_OK)
+        return result;
+    components_.clear();
+    libraryFiles_.clear();
+    return RC_OK;
+}
+
+// ---- type libraries: their place, until their turn ----
+
+Result TarvoRegistryWriter::registerLibrary(const char16_t*) {
+    return RC_UNSPECIFIED;
+}
+Result TarvoRegistryWriter::unregisterLibrary(const UUID*) {
+    return RC_UNSPECIFIED;
+}
+Result TarvoRegistryWriter::setLibraryLocation(const UUID*, std::uint32_t, const char16_t*) {
+    return RC_UNSPECIFIED;
+}
+Result TarvoRegistryWriter::removeLibraryLocation(const UUID*, std::uint32_t) {
+    return RC_UNSPECIFIED;
 }
 
 namespace {

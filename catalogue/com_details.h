@@ -1,0 +1,68 @@
+// A COM class as a component: read once from its key, and put into the terms of native components.
+#pragma once
+
+#include "catalogue/pmc_details.h"
+#include "catalogue/system_class.h"
+#include "tarvo/uuid.hpp"
+
+namespace TARVO {
+
+class COMPMCRegistrationDetails final
+    : public PMCRegistrationDetailsImpl<COMPMCRegistrationDetails> {
+  public:
+    // Reads the class from its key, which is open in one of the views. What is missing there stays
+    // empty.
+    COMPMCRegistrationDetails(const UUID& uuid, const platform::SystemKey& key,
+                              ValueBuffer& buffer);
+
+    // Whether components of this kind can be used at all; if not, the object is not to be seen.
+    bool isUsable() const noexcept { return usable_; }
+
+    // Notes that the class is there in a view. Before the object is handed out.
+    void addView(platform::RegistryView view) noexcept;
+
+    Result getName(IVaskString* name) { return give(name_, name); }
+    Result getDescription(IVaskString* text) { return give(description_, text); }
+    Result getVaskVersion(IVaskString* version) { return give(vaskVersion_, version); }
+    Result getComponentVersion(IVaskString* version) { return give(componentVersion_, version); }
+    Result getVendorURL(IVaskString* url) { return give(vendorURL_, url); }
+    Result getHelpURL(IVaskString* url) { return give(helpURL_, url); }
+    Result getAbout(IVaskString* about) { return give(about_, about); }
+    Result getProgId(IVaskString* progId);
+    Result getCategories(IVaskArray* categories);
+    Result isInCategory(const UUID* category, std::uint32_t* result);
+    Result getLocations(IVaskArray* locations);
+    Result getLocation(std::uint32_t location, IVaskString* text);
+    Result isLocationAllUsers(std::uint32_t location, std::uint32_t* result);
+    Result getFlags(std::uint32_t* flags);
+    Result getVersionIndependentProgId(IVaskString* progId) {
+        return give(versionIndependentProgId_, progId);
+    }
+
+  private:
+    static Result give(std::u16string_view text, IVaskString* target) {
+        return target == nullptr ? RC_NULL_POINTER : tarvo::setText(target, text);
+    }
+
+    void readDescription(const platform::SystemKey& key, ValueBuffer& buffer);
+    void readNames(const platform::SystemKey& key, ValueBuffer& buffer);
+    void readThreadingModel(const platform::SystemKey& key, ValueBuffer& buffer);
+    void readCategories(const platform::SystemKey& key);
+
+    std::u16string name_;
+    std::u16string description_;
+    std::u16string vaskVersion_;
+    std::u16string componentVersion_;
+    std::u16string about_;
+    std::u16string vendorURL_;
+    std::u16string helpURL_;
+    std::u16string progId_;
+    std::u16string versionIndependentProgId_;
+    std::vector<tarvo::UUID> categories_; // ascending, each once
+    std::uint32_t flags_ = 0;
+    bool usable_ = true;
+    bool inView32_ = false;
+    bool inView64_ = false;
+};
+
+} // namespace TARVO
