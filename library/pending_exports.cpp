@@ -14,10 +14,6 @@ TarvoResult notYet(T** out) {
 
 } // namespace
 
-TarvoResult vaskGetLibraryEnumerator(IVaskLibraryEnumerator** enumerator) {
-    return notYet(enumerator);
-}
-
 TarvoResult tarvoDepersistFromTransitionFormat(IVaskInterface*, IVaskInterface** transition,
                                                uint32_t, uint32_t) {
     return notYet(transition);

@@ -20,6 +20,9 @@ class RegistryEdits {
 
     bool allUsers() const noexcept { return state_->allUsers; }
 
+    // The root key, to change it.
+    IVaskRegistryKeyWriter& root() noexcept { return *rootKeyWriter_->pair(); }
+
     // As the writer's slots.
     Result getKeyWriter(const char16_t* path, IVaskRegistryKeyWriter** key);
     Result getKey(const char16_t* path, IVaskRegistryKey** key);

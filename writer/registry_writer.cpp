@@ -27,7 +27,8 @@ constinit const IVaskRegistryWriterTable TarvoRegistryWriter::kTable = {
 };
 
 TarvoRegistryWriter::TarvoRegistryWriter(bool allUsers, Reference<TarvoRegistry> originalRoot)
-    : TarvoBaseImpl(&kTable), keys_(allUsers, std::move(originalRoot)), components_(keys_) {}
+    : TarvoBaseImpl(&kTable), keys_(allUsers, std::move(originalRoot)), components_(keys_),
+      libraries_(allUsers) {}
 
 Result TarvoRegistryWriter::createPMCRegistrar(IVaskPMCRegistrar** registrar) {
     if (registrar == nullptr)
@@ -51,33 +52,18 @@ Result TarvoRegistryWriter::commit() {
     const std::u16string path = registryFilePath(keys_.allUsers());
     if (path.empty() || !keys_.backUp(path))
         return RC_NO_DATA_FOLDER;
-    if (const Result result = libraryFiles_.copyStaged(path); result != RC_OK)
+    if (const Result result = libraries_.files().copyStaged(path); result != RC_OK)
         return result;
     const auto carryOut = [this](TarvoRegistryKeyWriter& root) {
         components_.carryOut(root);
     };
     if (const Result result = keys_.mergeInto(path, carryOut); result != RC_OK)
         return result;
-    if (const Result result = libraryFiles_.removeRetired(path); result != RC_OK)
+    if (const Result result = libraries_.files().removeRetired(path); result != RC_OK)
         return result;
     components_.clear();
-    libraryFiles_.clear();
+    libraries_.clear();
     return RC_OK;
-}
-
-// ---- type libraries: their place, until their turn ----
-
-Result TarvoRegistryWriter::registerLibrary(const char16_t*) {
-    return RC_UNSPECIFIED;
-}
-Result TarvoRegistryWriter::unregisterLibrary(const UUID*) {
-    return RC_UNSPECIFIED;
-}
-Result TarvoRegistryWriter::setLibraryLocation(const UUID*, std::uint32_t, const char16_t*) {
-    return RC_UNSPECIFIED;
-}
-Result TarvoRegistryWriter::removeLibraryLocation(const UUID*, std::uint32_t) {
-    return RC_UNSPECIFIED;
 }
 
 namespace {

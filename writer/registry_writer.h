@@ -5,7 +5,7 @@
 
 #include "catalogue/pmc_registrations.h"
 #include "registry/registry_edits.h"
-#include "types/library_files.h"
+#include "types/library_registration.h"
 
 namespace TARVO {
 
@@ -32,17 +32,25 @@ class TarvoRegistryWriter final : public TarvoBaseImpl<TarvoRegistryWriter, IVas
     Result revert();
     Result commit();
 
-    Result registerLibrary(const char16_t* definition);
-    Result unregisterLibrary(const UUID* library);
-    Result setLibraryLocation(const UUID* library, std::uint32_t location, const char16_t* text);
-    Result removeLibraryLocation(const UUID* library, std::uint32_t location);
+    Result registerLibrary(const char16_t* definition) {
+        return libraries_.registerLibrary(keys_.root(), definition);
+    }
+    Result unregisterLibrary(const UUID* library) {
+        return libraries_.unregisterLibrary(keys_.root(), library);
+    }
+    Result setLibraryLocation(const UUID* library, std::uint32_t location, const char16_t* text) {
+        return TARVO::setLibraryLocation(keys_.root(), library, location, text);
+    }
+    Result removeLibraryLocation(const UUID* library, std::uint32_t location) {
+        return TARVO::removeLibraryLocation(keys_.root(), library, location);
+    }
 
   private:
     static const IVaskRegistryWriterTable kTable;
 
     RegistryEdits keys_;
-    LibraryFiles libraryFiles_;
     PMCRegistrations components_;
+    LibraryRegistrations libraries_;
 };
 
 } // namespace TARVO
