@@ -25,6 +25,7 @@ Library::Library() : path_{platform::ownModulePath()} {
     bind(vaskGetRegistryKey_, "vaskGetRegistryKey");
     bind(vaskGetRegistryWriter_, "vaskGetRegistryWriter");
     bind(vaskGetPMCEnumerator_, "vaskGetPMCEnumerator");
+    bind(vaskGetLibraryEnumerator_, "vaskGetLibraryEnumerator");
 }
 
 template <class Function>

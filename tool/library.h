@@ -6,6 +6,7 @@
 #include "tarvo/catalogue.h"
 #include "tarvo/environment.h"
 #include "tarvo/error.h"
+#include "tarvo/library.h"
 #include "tarvo/registry.h"
 #include "tarvo/registry_writer.h"
 
@@ -48,6 +49,10 @@ class Library {
         return vaskGetPMCEnumerator_(enumerator);
     }
 
+    TarvoResult openLibraryEnumerator(IVaskLibraryEnumerator** enumerator) const {
+        return vaskGetLibraryEnumerator_(enumerator);
+    }
+
     // The text of a result code in the installation's language.
     std::string description(TarvoResult code) const;
 
@@ -69,6 +74,7 @@ class Library {
     vaskGetRegistryKeyFunction* vaskGetRegistryKey_ = nullptr;
     vaskGetRegistryWriterFunction* vaskGetRegistryWriter_ = nullptr;
     vaskGetPMCEnumeratorFunction* vaskGetPMCEnumerator_ = nullptr;
+    vaskGetLibraryEnumeratorFunction* vaskGetLibraryEnumerator_ = nullptr;
 };
 
 // Raises Failure for a result other than RC_OK.

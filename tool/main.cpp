@@ -6,6 +6,7 @@
 #include "tool/library.h"
 #include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
+#include "tool/type_library_commands.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -50,6 +51,7 @@ ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
 ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
+    tool::TypeLibraryOptions libraryOptions;
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
     app.footer("Example: tarvo registry show");
@@ -58,6 +60,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     app.require_subcommand(1);
     tool::addRegistryCommands(app, options);
     tool::addPmcCommands(app, pmcOptions);
+    tool::addTypeLibraryCommands(app, libraryOptions);
     addInfo(app, json);
     try {
         std::ranges::reverse(arguments); // as CLI takes them
