@@ -172,9 +172,9 @@ typedef struct IVaskRegistryWriterTable {
     TarvoResult (*commit)(void* me);
 
     /* [one thread at a time; waits] Registers the type libraries of a definition file, and queues
-     * the file to be kept beside the registry file at the next commit. A library that is registered
-     * with a version is passed over, without a failure, if the definition gives it none or one that
-     * doesn't replace it. Waits as vaskGetRegistryKey does.
+     * the file to be kept beside the registry file at the next commit. A library that the file
+     * has with a version is passed over, without a failure, if the definition gives it none or a
+     * greater one: to bring a library to a later version, unregister it first. Waits as vaskGetRegistryKey does.
      *   definition  path of the file; passed on to the definition parser as it is
      * RC_OK, RC_PARSER_FAILED (the parser is missing or refused the definition), RC_ACCESS_DENIED
      * and RC_UNSPECIFIED (as from vaskGetRegistryKey), otherwise the code of an object of the
