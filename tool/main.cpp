@@ -6,6 +6,7 @@
 #include "tool/library.h"
 #include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
+#include "tool/setup.h"
 #include "tool/type_library_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -52,6 +53,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
     tool::TypeLibraryOptions libraryOptions;
+    tool::SetupOptions setupOptions;
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
     app.footer("Example: tarvo registry show");
@@ -61,6 +63,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::addRegistryCommands(app, options);
     tool::addPmcCommands(app, pmcOptions);
     tool::addTypeLibraryCommands(app, libraryOptions);
+    tool::addSetupCommands(app, setupOptions);
     addInfo(app, json);
     try {
         std::ranges::reverse(arguments); // as CLI takes them

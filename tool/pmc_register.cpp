@@ -1,6 +1,5 @@
 #include "tarvo/registrar.h"
 #include "tarvo/registry_writer.h"
-#include "tarvo/text.hpp"
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/manifest.h"
@@ -64,44 +63,22 @@ tarvo::UUID parseUuid(const std::string& text) {
     return *uuid;
 }
 
-std::u16string keyPathOf(const tarvo::UUID& uuid) {
-    return u"/components/pmcs/" + uuid.string();
-}
-
 // A component's key in the writer's own scope; null if it isn't registered there.
 tarvo::Reference<IVaskRegistryKey> registrationOf(const Writer& writer, const tarvo::UUID& uuid) {
     tarvo::Reference<IVaskRegistryKey> key;
-    const TarvoResult result =
-        writer->table->getKey(writer->me, keyPathOf(uuid).c_str(), key.out());
+    const TarvoResult result = writer->table->getKey(
+        writer->me, (u"/components/pmcs/" + uuid.string()).c_str(), key.out());
     if (result != RC_NOT_FOUND)
         require(result, "cannot read the scope");
     return key;
 }
 
-std::u16string textValue(IVaskRegistryKey& key, const char16_t* name) {
-    tarvo::String text;
-    key.table->getStringValue(key.me, name, nullptr, text.pair());
-    return std::move(text.text());
-}
-
-// A registration is taken up whole. By itself the library adds it to an earlier one, whose ProgIDs
-// and locations would stay.
-void removeEarlier(const Writer& writer, const Manifest& manifest) {
-    const auto key = registrationOf(writer, manifest.uuid);
-    if (!key)
-        return;
-    for (const auto& [location, name] : {std::pair(TARVO_LOCATION_INPROC32, u"Inproc32"),
-                                         std::pair(TARVO_LOCATION_INPROC64, u"Inproc64")})
-        if (!textValue(*key, name).empty() && !manifest.locations.contains(location))
-            require(writer->table->unregisterPMCLocation(writer->me, &manifest.uuid, location),
-                    "cannot remove the earlier registration");
-    for (const char16_t* name : {u"progId", u"versionIndependentProgId"})
-        if (const std::u16string progId = textValue(*key, name); !progId.empty())
-            writer->table->deleteValue(writer->me, u"/components/progids", progId.c_str());
-    const TarvoResult result =
-        writer->table->deleteKey(writer->me, keyPathOf(manifest.uuid).c_str());
-    if (result != RC_NOT_FOUND)
-        require(result, "cannot remove the earlier registration");
+// A registration is taken up whole. By itself the library adds it to an earlier one, whose ProgIDs,
+// locations and published class would stay.
+void removeEarlier(const Writer& writer, const tarvo::UUID& uuid) {
+    if (registrationOf(writer, uuid))
+        require(writer->table->unregisterPMC(writer->me, &uuid),
+                "cannot remove the earlier registration");
 }
 
 } // namespace
@@ -113,7 +90,7 @@ void registerComponent(const std::string& manifestPath, bool allUsers) {
     tarvo::Reference<IVaskPMCRegistrar> registrar;
     require(writer->table->createPMCRegistrar(writer->me, registrar.out()),
             "cannot register a component");
-    removeEarlier(writer, manifest);
+    removeEarlier(writer, manifest.uuid);
     fillIn(*registrar, manifest);
     require(registrar->table->commit(registrar->me), "cannot register the component");
     commit(writer, allUsers);
