@@ -4,10 +4,11 @@
 #pragma once
 
 #include "registry/folded_name.h"
+#include "registry/tree_memory.h"
 #include "tarvo/reference.hpp"
 
+#include <algorithm>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -18,30 +19,11 @@ namespace TARVO {
 // it.
 template <class Entry>
 class NameTable {
-    struct Slot {
-        std::uint32_t hash = 0;
-        Entry* entry = nullptr;
-    };
-
   public:
     NameTable() noexcept = default;
 
-    NameTable(const NameTable& other)
-        : slots_(other.capacity_ == 0 ? nullptr : std::make_unique<Slot[]>(other.capacity_)),
-          count_(other.count_), capacity_(other.capacity_) {
-        for (std::uint32_t i = 0; i < capacity_; ++i) {
-            slots_[i] = other.slots_[i];
-            if (slots_[i].entry != nullptr)
-                slots_[i].entry->addReference();
-        }
-    }
-
-    NameTable& operator=(NameTable other) noexcept {
-        std::swap(slots_, other.slots_);
-        std::swap(count_, other.count_);
-        std::swap(capacity_, other.capacity_);
-        return *this;
-    }
+    NameTable(const NameTable&) = delete;
+    NameTable& operator=(const NameTable&) = delete;
 
     ~NameTable() {
         handOverEach([](Entry* entry) { entry->release(); });
@@ -57,19 +39,26 @@ class NameTable {
     Entry* find(std::u16string_view name, std::uint32_t hash) const noexcept {
         if (count_ == 0)
             return nullptr;
-        return slots_[placeOf(name, hash)].entry;
+        return slots_[placeOf(name, hash)];
+    }
+
+    // Fills an empty table with the entries of another.
+    void copyFrom(TreeMemory& memory, const NameTable& other) {
+        if (other.count_ == 0)
+            return;
+        slots_ = TreeArray<Entry*>(memory, other.slots_.size());
+        std::ranges::copy(other.slots_, slots_.begin());
+        count_ = other.count_;
+        forEach([](Entry& entry) { entry.addReference(); });
     }
 
     // Puts an entry in, in the place of the one that has its name if there is one.
-    void insert(tarvo::Reference<Entry> entry) {
-        if (count_ >= capacity_ / 4 * 3)
-            grow();
-        Slot& slot = slots_[placeOf(entry->name(), entry->hash())];
-        if (slot.entry == nullptr)
+    void insert(TreeMemory& memory, tarvo::Reference<Entry> entry) {
+        Entry*& slot = makeRoom(memory, entry->name(), entry->hash());
+        if (slot == nullptr)
             ++count_;
-        const auto replaced = tarvo::Reference<Entry>::adopt(slot.entry);
-        slot.hash = entry->hash();
-        slot.entry = entry.detach();
+        const auto replaced = tarvo::Reference<Entry>::adopt(slot);
+        slot = entry.detach();
     }
 
     // Takes out the entry of a name, if there is one.
@@ -77,71 +66,79 @@ class NameTable {
         if (count_ == 0)
             return;
         std::uint32_t gap = placeOf(name, hashOfName(name));
-        if (slots_[gap].entry == nullptr)
+        if (slots_[gap] == nullptr)
             return;
-        const auto removed = tarvo::Reference<Entry>::adopt(slots_[gap].entry);
+        const auto removed = tarvo::Reference<Entry>::adopt(slots_[gap]);
         --count_;
         // Entries that a search would no longer reach across the gap move into it.
-        const std::uint32_t mask = capacity_ - 1;
-        for (std::uint32_t place = (gap + 1) & mask; slots_[place].entry != nullptr;
+        const std::uint32_t mask = slots_.size() - 1;
+        for (std::uint32_t place = (gap + 1) & mask; slots_[place] != nullptr;
              place = (place + 1) & mask) {
-            const std::uint32_t distance = (place - slots_[place].hash) & mask;
+            const std::uint32_t distance = (place - slots_[place]->hash()) & mask;
             if (distance >= ((place - gap) & mask)) {
                 slots_[gap] = slots_[place];
                 gap = place;
             }
         }
-        slots_[gap] = {};
+        slots_[gap] = nullptr;
     }
 
     // Calls `use` with each entry, in no particular order.
     template <class Use>
     void forEach(Use&& use) const {
-        for (std::uint32_t i = 0; i < capacity_; ++i)
-            if (slots_[i].entry != nullptr)
-                use(*slots_[i].entry);
+        for (Entry* const entry : slots_)
+            if (entry != nullptr)
+                use(*entry);
     }
 
     // Empties the table and hands the reference on each entry to `take`.
     template <class Take>
     void handOverEach(Take&& take) noexcept {
         count_ = 0;
-        for (std::uint32_t i = 0; i < capacity_; ++i)
-            if (Entry* entry = std::exchange(slots_[i].entry, nullptr))
+        for (Entry*& slot : slots_)
+            if (Entry* entry = std::exchange(slot, nullptr))
                 take(entry);
     }
 
   private:
-    static constexpr std::uint32_t kSmallest = 4; // a power of two, as every capacity is
+    // Powers of two, as every capacity is. Tables of few entries are usual, and of about a dozen.
+    static constexpr std::uint32_t kSmallest = 4;
+    static constexpr std::uint32_t kSecond = 16;
 
     // The slot that holds the name, or the empty one where it would go.
     std::uint32_t placeOf(std::u16string_view name, std::uint32_t hash) const noexcept {
-        const std::uint32_t mask = capacity_ - 1;
+        const std::uint32_t mask = slots_.size() - 1;
         std::uint32_t place = hash & mask;
-        while (slots_[place].entry != nullptr &&
-               (slots_[place].hash != hash || !isSameName(name, slots_[place].entry->name())))
+        while (slots_[place] != nullptr &&
+               (slots_[place]->hash() != hash || !isSameName(name, slots_[place]->name())))
             place = (place + 1) & mask;
         return place;
     }
 
-    void grow() {
-        const std::uint32_t capacity = capacity_ == 0 ? kSmallest : capacity_ * 2;
-        auto slots = std::make_unique<Slot[]>(capacity);
-        for (std::uint32_t i = 0; i < capacity_; ++i) {
-            if (slots_[i].entry == nullptr)
-                continue;
-            std::uint32_t place = slots_[i].hash & (capacity - 1);
-            while (slots[place].entry != nullptr)
-                place = (place + 1) & (capacity - 1);
-            slots[place] = slots_[i];
-        }
-        slots_ = std::move(slots);
-        capacity_ = capacity;
+    // The same with room for one entry more.
+    Entry*& makeRoom(TreeMemory& memory, std::u16string_view name, std::uint32_t hash) {
+        if (count_ >= slots_.size() / 4 * 3)
+            grow(memory);
+        return slots_[placeOf(name, hash)];
     }
 
-    std::unique_ptr<Slot[]> slots_;
+    void grow(TreeMemory& memory) {
+        const std::uint32_t size = slots_.size();
+        const std::uint32_t capacity = size == 0 ? kSmallest : std::max(kSecond, size * 2);
+        TreeArray<Entry*> slots(memory, capacity);
+        for (Entry* const entry : slots_) {
+            if (entry == nullptr)
+                continue;
+            std::uint32_t place = entry->hash() & (capacity - 1);
+            while (slots[place] != nullptr)
+                place = (place + 1) & (capacity - 1);
+            slots[place] = entry;
+        }
+        slots_ = std::move(slots);
+    }
+
+    TreeArray<Entry*> slots_;
     std::uint32_t count_ = 0;
-    std::uint32_t capacity_ = 0;
 };
 
 } // namespace TARVO

@@ -71,7 +71,7 @@ TarvoRegistry& TarvoRegistryKeyWriter::writableNode() {
         TarvoRegistryKeyWriter* const key = *next;
         auto copy = key->node()->copy(state_->memory, state_->edition);
         if (key->parent_ != nullptr)
-            key->parent_->node()->subKeys.insert(copy);
+            key->parent_->node()->subKeys.insert(state_->memory, copy);
         key->setNode(std::move(copy));
     }
     return *node();
@@ -82,7 +82,8 @@ Reference<TarvoRegistry> TarvoRegistryKeyWriter::makeNode(std::u16string_view na
 }
 
 void TarvoRegistryKeyWriter::storeValue(const std::u16string& name, const RegistryValue& value) {
-    writableNode().values.insert(NamedValue::make(state_->memory, name, hashOfFoldedName(name),
+    writableNode().values.insert(state_->memory,
+                                 NamedValue::make(state_->memory, name, hashOfFoldedName(name),
                                                   value.type, value.integer, value.text));
 }
 
@@ -120,7 +121,7 @@ TarvoRegistryKeyWriter& TarvoRegistryKeyWriter::createChild(const std::u16string
     auto childNode = Reference<TarvoRegistry>::share(node()->subKeys.find(name));
     if (!childNode) {
         childNode = makeNode(name);
-        writableNode().subKeys.insert(childNode);
+        writableNode().subKeys.insert(state_->memory, childNode);
     }
     Reference<TarvoRegistryKeyWriter>& child = children_[name];
     if (!child)
@@ -252,7 +253,7 @@ void TarvoRegistryKeyWriter::applyPending(std::vector<TarvoRegistryKeyWriter*>& 
         }
         if (!childNode) {
             childNode = makeNode(name);
-            target.subKeys.insert(childNode);
+            target.subKeys.insert(state_->memory, childNode);
         }
         child->setNode(std::move(childNode));
         below.push_back(child.get());

@@ -173,7 +173,7 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
         return fail(tag.position, "a key of this name stands here already");
     auto key = TarvoRegistry::make(memory_, scratch_.view(), hash, root_->edition());
     nodes_.push_back(key.get());
-    siblings.insert(std::move(key));
+    siblings.insert(memory_, std::move(key));
     return ParseOutcome::complete;
 }
 
@@ -235,7 +235,8 @@ ParseOutcome RegistryParser::endValue(const MarkupTag& tag) {
     if (!valueValid_)
         return fail(wasInValue ? valuePosition_ : tag.position,
                     "a value's content isn't of its type");
-    nodes_.back()->values.insert(NamedValue::make(memory_, valueName_.view(), valueHash_,
+    nodes_.back()->values.insert(memory_,
+                                 NamedValue::make(memory_, valueName_.view(), valueHash_,
                                                   valueType_, valueInteger_, valueText_.view()));
     return ParseOutcome::complete;
 }

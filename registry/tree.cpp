@@ -38,7 +38,7 @@ tarvo::Reference<NamedValue> NamedValue::make(TreeMemory& memory, std::u16string
     value->integer_ = integer;
     char16_t* end = putUnits(reinterpret_cast<char16_t*>(value + 1), name);
     *putUnits(end, text) = u'\0';
-    return tarvo::Reference<NamedValue>::share(value);
+    return tarvo::Reference<NamedValue>::adopt(value);
 }
 
 void NamedValue::release() noexcept {
@@ -59,7 +59,7 @@ TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash, Editi
 tarvo::Reference<TarvoRegistry> TarvoRegistry::make(TreeMemory& memory, std::u16string_view name,
                                                     std::uint32_t hash, Edition edition) {
     const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
-    return tarvo::Reference<TarvoRegistry>::share(
+    return tarvo::Reference<TarvoRegistry>::adopt(
         new (block.address) TarvoRegistry(name, hash, edition, block.place));
 }
 
@@ -70,8 +70,8 @@ tarvo::Reference<TarvoRegistry> TarvoRegistry::makeRoot(Edition edition) {
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::copy(TreeMemory& memory, Edition edition) const {
     auto node = make(memory, name(), hash_, edition);
-    node->subKeys = subKeys;
-    node->values = values;
+    node->subKeys.copyFrom(memory, subKeys);
+    node->values.copyFrom(memory, values);
     return node;
 }
 

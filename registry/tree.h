@@ -54,7 +54,7 @@ class NamedValue {
     // The units of the name and then of the text stand behind the object.
     const char16_t* units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
 
-    std::atomic<std::uint32_t> references_ = 0;
+    std::atomic<std::uint32_t> references_ = 1;
     TreeMemory::Place place_ = 0;
     std::uint32_t hash_ = 0;
     std::uint32_t nameLength_ = 0;
@@ -99,7 +99,7 @@ class TarvoRegistry {
                   TreeMemory::Place place) noexcept;
     ~TarvoRegistry() = default;
 
-    std::atomic<std::uint32_t> references_ = 0;
+    std::atomic<std::uint32_t> references_ = 1;
     TreeMemory::Place place_;
     std::uint32_t hash_;
     std::uint32_t nameLength_;

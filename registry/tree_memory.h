@@ -6,6 +6,9 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <type_traits>
+#include <utility>
 
 namespace TARVO {
 
@@ -41,6 +44,42 @@ class TreeMemory {
     Chunk* chunk_ = nullptr;
     std::size_t used_ = 0;
     std::size_t size_ = 0;
+};
+
+// An array of its own place in a tree's memory, for elements that need no tearing down.
+template <class T>
+class TreeArray {
+    static_assert(std::is_trivially_destructible_v<T> && alignof(T) <= alignof(void*));
+
+  public:
+    TreeArray() noexcept = default;
+    TreeArray(TreeMemory& memory, std::uint32_t size) : size_(size) {
+        const auto block = memory.allocate(size * sizeof(T));
+        first_ = static_cast<T*>(block.address);
+        place_ = block.place;
+        std::uninitialized_value_construct_n(first_, size);
+    }
+    TreeArray(TreeArray&& other) noexcept { *this = std::move(other); }
+    TreeArray& operator=(TreeArray&& other) noexcept {
+        std::swap(first_, other.first_);
+        std::swap(place_, other.place_);
+        std::swap(size_, other.size_);
+        return *this;
+    }
+    ~TreeArray() {
+        if (first_ != nullptr)
+            TreeMemory::free(first_, place_);
+    }
+
+    std::uint32_t size() const noexcept { return size_; }
+    T* begin() const noexcept { return first_; }
+    T* end() const noexcept { return first_ + size_; }
+    T& operator[](std::uint32_t index) const noexcept { return first_[index]; }
+
+  private:
+    T* first_ = nullptr;
+    TreeMemory::Place place_ = 0;
+    std::uint32_t size_ = 0;
 };
 
 } // namespace TARVO

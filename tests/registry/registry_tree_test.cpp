@@ -10,8 +10,8 @@ namespace {
 
 using namespace TARVO;
 
-tarvo::Reference<NamedValue> makeValue(std::u16string_view name, std::int32_t number) {
-    static TreeMemory memory;
+tarvo::Reference<NamedValue> makeValue(TreeMemory& memory, std::u16string_view name,
+                                       std::int32_t number) {
     return NamedValue::make(memory, name, hashOfName(name), RegistryValueType::integer, number,
                             u"text");
 }
@@ -43,17 +43,19 @@ TEST(FoldedName, FoldsTheLettersAToZAlone) {
 
 TEST(NameTable, HoldsWhatWasPutInLast) {
     std::mt19937 random(20261122);
+    TreeMemory memory;
     NameTable<NamedValue> table;
     std::map<std::u16string, std::int32_t> expected;
     for (std::int32_t i = 0; i < 5000; ++i) {
         std::u16string name(random() % 12, u'a');
         for (char16_t& unit : name)
             unit = static_cast<char16_t>(u'a' + random() % 3);
-        table.insert(makeValue(name, i));
+        table.insert(memory, makeValue(memory, name, i));
         expected[name] = i;
         ASSERT_EQ(table.size(), expected.size());
     }
-    const NameTable<NamedValue> copy(table);
+    NameTable<NamedValue> copy;
+    copy.copyFrom(memory, table);
     table.handOverEach([](NamedValue* value) { value->release(); });
     EXPECT_EQ(table.find(u"a"), nullptr);
     EXPECT_EQ(copy.size(), expected.size());
@@ -74,13 +76,15 @@ TEST(NameTable, HoldsWhatWasPutInLast) {
 TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(TarvoRegistry::make(memory, u"child", hashOfName(u"child"), kNoEdition));
-    root->values.insert(makeValue(u"value", 1));
+    root->subKeys.insert(memory,
+                         TarvoRegistry::make(memory, u"child", hashOfName(u"child"), kNoEdition));
+    root->values.insert(memory, makeValue(memory, u"value", 1));
     const auto copy = root->copy(memory, kNoEdition);
     EXPECT_EQ(copy->subKeys.find(u"CHILD"), root->subKeys.find(u"child"));
     EXPECT_EQ(copy->values.find(u"value"), root->values.find(u"Value"));
-    root->values.insert(makeValue(u"value", 2));
-    root->subKeys.insert(TarvoRegistry::make(memory, u"other", hashOfName(u"other"), kNoEdition));
+    root->values.insert(memory, makeValue(memory, u"value", 2));
+    root->subKeys.insert(memory,
+                         TarvoRegistry::make(memory, u"other", hashOfName(u"other"), kNoEdition));
     EXPECT_EQ(copy->values.find(u"value")->integer(), 1);
     EXPECT_EQ(copy->subKeys.find(u"other"), nullptr);
 }
@@ -88,7 +92,7 @@ TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
 TEST(TarvoRegistry, FindsNothingBelowAnEmptyComponent) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(TarvoRegistry::make(memory, u"a", hashOfName(u"a"), kNoEdition));
+    root->subKeys.insert(memory, TarvoRegistry::make(memory, u"a", hashOfName(u"a"), kNoEdition));
     EXPECT_EQ(findKey(root.get(), nullptr), root.get());
     EXPECT_EQ(findKey(root.get(), u""), nullptr);
     EXPECT_EQ(findKey(root.get(), u"a/"), root->subKeys.find(u"a"));
