@@ -59,12 +59,14 @@ Result RegistryEdits::mergeInto(const std::u16string& path, const Addition& add)
 
 // Reads the file as it is now, replays the changes on it and writes it under a new id.
 Result RegistryEdits::mergeInto(platform::File& file, const Addition& add) {
-    FileBytes bytes(file);
-    if (!bytes.readAll())
-        return RC_UNSPECIFIED;
     state_->beginEdition();
     auto root = TarvoRegistry::makeRoot(state_->edition);
-    if (RegistryParser(root, {}).parse(bytes.view()) != ParseOutcome::complete)
+    RegistryParser parser(root, {});
+    FileBytes bytes(file);
+    const auto outcome = parseFile(bytes, parser);
+    if (!outcome)
+        return RC_UNSPECIFIED;
+    if (outcome != ParseOutcome::complete)
         return RC_BAD_REGISTRY_FILE;
     if (!workingRoot_)
         workingRoot_ = rootKeyWriter_->node();

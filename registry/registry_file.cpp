@@ -63,22 +63,51 @@ bool isCutOff(std::string_view tail) {
     return tail.rfind("</registry") == std::string_view::npos;
 }
 
-bool FileBytes::readUpTo(std::size_t size) {
-    auto bytes = std::make_unique_for_overwrite<char[]>(size);
-    std::copy_n(bytes_.get(), size_, bytes.get());
-    bytes_ = std::move(bytes);
-    const auto read = file_.read({bytes_.get() + size_, size - size_});
-    size_ += read.value_or(0);
-    atEnd_ = size_ < size;
+// The first piece is small, since it is all that an unchanged file is read of. The others are as
+// big as stays in a fast cache. An element that is longer is tried again with twice the bytes each
+// time.
+bool FileBytes::readOn() {
+    constexpr std::size_t kFirstPiece = 4096;
+    constexpr std::size_t kPiece = 64 * 1024;
+    const std::string_view kept = view();
+    const std::size_t size = capacity_ == 0 ? kFirstPiece : std::max(kPiece, 2 * kept.size());
+    if (size > capacity_) {
+        auto bytes = std::make_unique_for_overwrite<char[]>(size);
+        std::ranges::copy(kept, bytes.get());
+        bytes_ = std::move(bytes);
+        capacity_ = size;
+    } else {
+        std::ranges::copy(kept, bytes_.get());
+    }
+    begin_ = 0;
+    end_ = kept.size();
+    const auto read = file_.read({bytes_.get() + end_, size - end_});
+    end_ += read.value_or(0);
+    atEnd_ = end_ < size;
     return read.has_value();
 }
 
-// One byte more than the file should have shows its end.
 bool FileBytes::readAll() {
-    for (std::size_t size = file_.size().value_or(0) + 1; !atEnd_; size *= 2)
-        if (!readUpTo(std::max(size, size_ + 1)))
+    while (!atEnd_)
+        if (!readOn())
             return false;
     return true;
+}
+
+std::optional<ParseOutcome> parsePiece(FileBytes& bytes, RegistryParser& parser) {
+    if (!bytes.readOn())
+        return std::nullopt;
+    const std::size_t taken = parser.taken();
+    const ParseOutcome outcome = parser.parse(bytes.view());
+    bytes.drop(parser.taken() - taken);
+    return outcome;
+}
+
+std::optional<ParseOutcome> parseFile(FileBytes& bytes, RegistryParser& parser) {
+    std::optional outcome = ParseOutcome::complete;
+    while (outcome == ParseOutcome::complete && !bytes.atEnd())
+        outcome = parsePiece(bytes, parser);
+    return outcome;
 }
 
 } // namespace TARVO

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "platform/file.h"
+#include "registry/registry_parser.h"
 #include "tarvo/base.h"
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,25 +26,35 @@ Result openRegistryExclusive(const std::u16string& path, platform::File& file);
 // same: what is open at its end counts as closed.
 bool isCutOff(std::string_view tail);
 
-// The bytes of a file, as far as they have been read.
+// A file's bytes, a piece at a time: what has been read and not yet been dealt with.
 class FileBytes {
   public:
     explicit FileBytes(platform::File& file) noexcept : file_(file) {}
 
-    std::string_view view() const noexcept { return {bytes_.get(), size_}; }
+    std::string_view view() const noexcept { return {bytes_.get() + begin_, end_ - begin_}; }
     bool atEnd() const noexcept { return atEnd_; }
 
-    // Reads on until `size` bytes are there or the file ends. False on a failed read.
-    bool readUpTo(std::size_t size);
+    // Reads the next piece behind those that are there. False on a failed read.
+    bool readOn();
 
-    // Reads on to the end of the file. False on a failed read.
+    // Reads all that is left of the file. False on a failed read.
     bool readAll();
+
+    // Lets go of bytes at the front.
+    void drop(std::size_t size) noexcept { begin_ += size; }
 
   private:
     platform::File& file_;
     std::unique_ptr<char[]> bytes_; // room isn't cleared before it is read into
-    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+    std::size_t begin_ = 0;
+    std::size_t end_ = 0;
     bool atEnd_ = false;
 };
+
+// Parse the next piece of a file, or all that is left as far as the outcome demands. Nothing on a
+// failed read.
+std::optional<ParseOutcome> parsePiece(FileBytes& bytes, RegistryParser& parser);
+std::optional<ParseOutcome> parseFile(FileBytes& bytes, RegistryParser& parser);
 
 } // namespace TARVO

@@ -86,23 +86,27 @@ std::optional<RegistryValueType> readType(std::string_view bytes) {
 RegistryParser::RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16string knownId)
     : root_(std::move(root)), nodes_{root_.get()}, id_(std::move(knownId)) {}
 
+// A tag ends at the first > behind its start, so the tags that a piece shows are the file's own.
 ParseOutcome RegistryParser::parse(std::string_view bytes) {
     MarkupScanner scanner(bytes);
     MarkupTag tag;
-    while (scanner.next(tag)) {
+    ParseOutcome outcome = ParseOutcome::complete;
+    while (outcome == ParseOutcome::complete && scanner.next(tag)) {
         takeText(tag.textBefore);
-        if (!tag.isElement)
-            continue;
-        ParseOutcome outcome = ParseOutcome::complete;
-        if (!tag.isEnd)
-            outcome = start(tag);
-        if (outcome == ParseOutcome::complete && (tag.isEnd || tag.isSelfClosed))
-            outcome = end(tag);
-        if (outcome != ParseOutcome::complete)
-            return outcome;
+        if (tag.isElement)
+            outcome = takeElement(tag);
     }
-    takeText(scanner.rest());
-    return ParseOutcome::complete;
+    taken_ += bytes.size() - scanner.rest().size();
+    return outcome;
+}
+
+ParseOutcome RegistryParser::takeElement(const MarkupTag& tag) {
+    ParseOutcome outcome = ParseOutcome::complete;
+    if (!tag.isEnd)
+        outcome = start(tag);
+    if (outcome == ParseOutcome::complete && (tag.isEnd || tag.isSelfClosed))
+        outcome = end(tag);
+    return outcome;
 }
 
 // A text takes the place of the one before it: a comment inside a value cuts it, and so does an
@@ -131,7 +135,7 @@ void RegistryParser::takeText(std::string_view bytes) {
 }
 
 ParseOutcome RegistryParser::start(const MarkupTag& tag) {
-    elements_.push_back(tag.name);
+    elements_.emplace_back(tag.name);
     if (tag.name == "registry")
         return startRegistry(tag);
     if (inValue_ || skipDepth_ > 0 || !inRegistry_) {
@@ -148,7 +152,7 @@ ParseOutcome RegistryParser::start(const MarkupTag& tag) {
 
 ParseOutcome RegistryParser::startRegistry(const MarkupTag& tag) {
     if (inRegistry_ || idSeen_)
-        return fail(tag.position, "there is a second 'registry' element");
+        return fail(placeOf(tag), "there is a second 'registry' element");
     if (const auto id = readAttributes(tag.attributes).id) {
         idSeen_ = true;
         scratch_.decode(*id);
@@ -163,14 +167,14 @@ ParseOutcome RegistryParser::startRegistry(const MarkupTag& tag) {
 ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
     const auto name = readAttributes(tag.attributes).name;
     if (!name)
-        return fail(tag.position, "a key has no 'name' attribute");
+        return fail(placeOf(tag), "a key has no 'name' attribute");
     if (!scratch_.decodeName(*name))
-        return fail(tag.position, "a key's name is empty or holds a capital letter, a separator or "
+        return fail(placeOf(tag), "a key's name is empty or holds a capital letter, a separator or "
                                   "a control character");
     const std::uint32_t hash = hashOfFoldedName(scratch_.view());
     NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
     if (siblings.find(scratch_.view(), hash) != nullptr)
-        return fail(tag.position, "a key of this name stands here already");
+        return fail(placeOf(tag), "a key of this name stands here already");
     auto key = TarvoRegistry::make(memory_, scratch_.view(), hash, root_->edition());
     nodes_.push_back(key.get());
     siblings.insert(memory_, std::move(key));
@@ -180,22 +184,22 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
 ParseOutcome RegistryParser::startValue(const MarkupTag& tag) {
     const ElementAttributes attributes = readAttributes(tag.attributes);
     if (!attributes.name)
-        return fail(tag.position, "a value has no 'name' attribute");
+        return fail(placeOf(tag), "a value has no 'name' attribute");
     if (!scratch_.decodeName(*attributes.name))
-        return fail(tag.position, "a value's name is empty or holds a capital letter, a separator "
+        return fail(placeOf(tag), "a value's name is empty or holds a capital letter, a separator "
                                   "or a control character");
     const std::uint32_t hash = hashOfFoldedName(scratch_.view());
     if (nodes_.back()->values.find(scratch_.view(), hash) != nullptr)
-        return fail(tag.position, "a value of this name stands in its key already");
+        return fail(placeOf(tag), "a value of this name stands in its key already");
     if (!attributes.type)
-        return fail(tag.position, "a value has no 'type' attribute");
+        return fail(placeOf(tag), "a value has no 'type' attribute");
     const auto type = readType(*attributes.type);
     if (!type)
-        return fail(tag.position, "a value's type is none of string, integer, uuid and empty");
+        return fail(placeOf(tag), "a value's type is none of string, integer, uuid and empty");
     beginValue(*type);
     valueName_.swap(scratch_);
     valueHash_ = hash;
-    valuePosition_ = tag.position;
+    valuePlace_ = placeOf(tag);
     inValue_ = true;
     return ParseOutcome::complete;
 }
@@ -213,7 +217,7 @@ void RegistryParser::beginValue(RegistryValueType type) noexcept {
 // tree's: the root then stays where it is, and a value is stored once more as it was.
 ParseOutcome RegistryParser::end(const MarkupTag& tag) {
     if (elements_.empty() || elements_.back() != tag.name)
-        return fail(tag.position, "an end tag doesn't match the last open tag");
+        return fail(placeOf(tag), "an end tag doesn't match the last open tag");
     elements_.pop_back();
     if (skipDepth_ > 0) {
         --skipDepth_;
@@ -233,8 +237,7 @@ ParseOutcome RegistryParser::end(const MarkupTag& tag) {
 ParseOutcome RegistryParser::endValue(const MarkupTag& tag) {
     const bool wasInValue = std::exchange(inValue_, false);
     if (!valueValid_)
-        return fail(wasInValue ? valuePosition_ : tag.position,
-                    "a value's content isn't of its type");
+        return fail(wasInValue ? valuePlace_ : placeOf(tag), "a value's content isn't of its type");
     nodes_.back()->values.insert(memory_,
                                  NamedValue::make(memory_, valueName_.view(), valueHash_,
                                                   valueType_, valueInteger_, valueText_.view()));

@@ -41,9 +41,12 @@ class RegistryParser {
     // `root` is new, and is filled with keys of its edition. An empty `knownId` is no file's.
     RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16string knownId);
 
-    // To be called once. The bytes must stay where they are for the length of the call. The root is
-    // complete only if the outcome says so.
+    // Parses a file, whole or in pieces for as long as the outcome is complete. A piece begins with
+    // the bytes that were not taken of the one before. The root is complete after the last piece.
     ParseOutcome parse(std::string_view bytes);
+
+    // How many bytes of the file have been taken so far.
+    std::size_t taken() const noexcept { return taken_; }
 
     // The file's id; the known one if the file has none.
     const std::u16string& id() const noexcept { return id_; }
@@ -53,6 +56,7 @@ class RegistryParser {
     const MarkupFault& fault() const noexcept { return fault_; }
 
   private:
+    ParseOutcome takeElement(const MarkupTag& tag);
     ParseOutcome start(const MarkupTag& tag);
     ParseOutcome startRegistry(const MarkupTag& tag);
     ParseOutcome startKey(const MarkupTag& tag);
@@ -61,11 +65,12 @@ class RegistryParser {
     ParseOutcome endValue(const MarkupTag& tag);
     void takeText(std::string_view bytes);
     void beginValue(RegistryValueType type) noexcept;
+    std::size_t placeOf(const MarkupTag& tag) const noexcept { return taken_ + tag.position; }
     ParseOutcome fail(std::size_t offset, const char* reason);
 
     tarvo::Reference<TarvoRegistry> root_;
-    std::vector<TarvoRegistry*> nodes_;      // the keys being filled; the first is the root
-    std::vector<std::string_view> elements_; // the names of the open tags
+    std::vector<TarvoRegistry*> nodes_; // the keys being filled; the first is the root
+    std::vector<std::string> elements_; // the names of the open tags
 
     TreeMemory memory_;
 
@@ -74,7 +79,7 @@ class RegistryParser {
     FileText valueText_;
     FileText valueName_;
     std::uint32_t valueHash_ = 0;
-    std::size_t valuePosition_ = 0;
+    std::size_t valuePlace_ = 0; // in the file
 
     bool inRegistry_ = false;
     bool inValue_ = false;
@@ -83,6 +88,7 @@ class RegistryParser {
     bool idSeen_ = false;
     std::int32_t skipDepth_ = 0; // how many open elements are ignored
 
+    std::size_t taken_ = 0;
     MarkupFault fault_;
     FileText scratch_;
 };

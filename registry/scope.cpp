@@ -31,39 +31,6 @@ Scope& scopeOf(bool allUsers) {
     return allUsers ? machine : user;
 }
 
-// What the front of a file tells of its id.
-enum class FrontOfFile { unchanged, changed, notSeen };
-
-// The first element of a file is its registry tag, and that bears the id. Each tag is whole or not
-// there at all, so what a part of the file shows stands for the whole of it.
-FrontOfFile lookAtFront(std::string_view front, std::u16string_view knownId) {
-    MarkupScanner scanner(front);
-    MarkupTag tag;
-    while (scanner.next(tag)) {
-        if (!tag.isElement)
-            continue;
-        RegistryParser parser(TarvoRegistry::makeRoot(), std::u16string(knownId));
-        const auto end = static_cast<std::size_t>(scanner.rest().data() - front.data());
-        return parser.parse(front.substr(0, end)) == ParseOutcome::unchanged
-                   ? FrontOfFile::unchanged
-                   : FrontOfFile::changed;
-    }
-    return FrontOfFile::notSeen;
-}
-
-// Reads a file whole, or only its front if that shows the known id. Nothing on a failed read.
-std::optional<FrontOfFile> readIfChanged(FileBytes& bytes, std::u16string_view knownId) {
-    FrontOfFile front = knownId.empty() ? FrontOfFile::changed : FrontOfFile::notSeen;
-    for (std::size_t size = 4096; front == FrontOfFile::notSeen && !bytes.atEnd(); size *= 2) {
-        if (!bytes.readUpTo(size))
-            return std::nullopt;
-        front = lookAtFront(bytes.view(), knownId);
-    }
-    if (front != FrontOfFile::unchanged && !bytes.readAll())
-        return std::nullopt;
-    return front;
-}
-
 Result emptyTree(tarvo::Reference<TarvoRegistry>& root, std::u16string& id, Result result) {
     root = TarvoRegistry::makeRoot();
     id.clear();
@@ -91,19 +58,13 @@ Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& 
     if (const Result result = openRegistryShared(path, file); result != RC_OK || !file)
         return emptyTree(root, id, result);
 
-    FileBytes bytes(file);
-    const auto front = readIfChanged(bytes, id);
-    file.close();
-    if (!front)
-        return emptyTree(root, id, RC_UNSPECIFIED);
-    if (front == FrontOfFile::unchanged)
-        return RC_OK;
-    if (bytes.view().empty())
-        return emptyTree(root, id, RC_OK);
-
     auto newRoot = TarvoRegistry::makeRoot();
     RegistryParser parser(newRoot, id);
-    if (parser.parse(bytes.view()) == ParseOutcome::complete) {
+    FileBytes bytes(file);
+    const auto outcome = parseFile(bytes, parser);
+    if (!outcome)
+        return emptyTree(root, id, RC_UNSPECIFIED);
+    if (outcome == ParseOutcome::complete) {
         root = std::move(newRoot);
         id = parser.idSeen() ? parser.id() : std::u16string();
     }
@@ -127,14 +88,15 @@ bool isMalformed(bool allUsers, platform::File& file) {
         const std::lock_guard lock(scope.treeLock);
         readId = scope.id;
     }
+    RegistryParser parser(TarvoRegistry::makeRoot(), {});
     FileBytes bytes(file);
-    if (!bytes.readUpTo(4096))
+    auto outcome = parsePiece(bytes, parser);
+    const std::u16string& id = parser.id();
+    if (!id.empty() && (id == scope.writtenId || id == readId))
         return false;
-    for (const std::u16string& known : {scope.writtenId, readId})
-        if (lookAtFront(bytes.view(), known) == FrontOfFile::unchanged)
-            return false;
-    return bytes.readAll() && RegistryParser(TarvoRegistry::makeRoot(), {}).parse(bytes.view()) !=
-                                  ParseOutcome::complete;
+    if (outcome == ParseOutcome::complete)
+        outcome = parseFile(bytes, parser);
+    return outcome == ParseOutcome::malformed;
 }
 
 void noteWritten(bool allUsers, std::u16string_view id) {

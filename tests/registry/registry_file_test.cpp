@@ -153,6 +153,23 @@ TEST_F(RegistryFile, IsParsedAnewExactlyWhenItsIdIsAnother) {
     }
 }
 
+// Files are read in pieces; wherever one ends within an element, nothing is lost.
+TEST_F(RegistryFile, IsReadWholeWhereverItsPiecesEnd) {
+    constexpr std::size_t kFirstPiece = 4096;
+    const std::string longText(100'000, 'l');
+    const std::string content = R"(<key name="k"><value name="a" type="string">text</value></key>
+        <value  name="b" type="string">1<!-- cut -->&#50;</value>)"
+                                R"(<value name="c" type="string">)" +
+                                longText + "</value>";
+    for (std::size_t before = kFirstPiece - 200; before < kFirstPiece; ++before) {
+        setScope(Scope::user, std::string(before, ' ') + content);
+        const auto root = keyAt(nullptr);
+        ASSERT_EQ(textOf(*root, u"a", u"k"), u"text") << before;
+        ASSERT_EQ(textOf(*root, u"b"), u"2") << before;
+        ASSERT_EQ(textOf(*root, u"c").size(), longText.size()) << before;
+    }
+}
+
 TEST_F(RegistryFile, SurvivesARegistryTagInsideAnIgnoredElement) {
     const struct {
         const char* bytes;

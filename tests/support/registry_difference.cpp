@@ -3,7 +3,7 @@
 #include "registry/registry_parser.h"
 #include "tests/support/registry_oracle.h"
 
-#include <vector>
+#include <algorithm>
 
 namespace tests {
 namespace {
@@ -111,11 +111,20 @@ std::string treeDifference(const TarvoRegistry& node, const OracleNode& expected
     return difference;
 }
 
-std::string parseDifference(std::string_view bytes, std::u16string_view knownId) {
-    const OracleResult expected = parseByExpressions(bytes, knownId);
+ParseOutcome parseInPieces(RegistryParser& parser, std::string_view bytes, std::size_t pieceSize) {
+    auto outcome = ParseOutcome::complete;
+    for (std::size_t end = 0; outcome == ParseOutcome::complete && end < bytes.size();) {
+        end = std::min(end + pieceSize, bytes.size());
+        outcome = parser.parse(bytes.substr(parser.taken(), end - parser.taken()));
+    }
+    return outcome;
+}
+
+std::string parseDifference(std::string_view bytes, std::u16string_view knownId,
+                            const OracleResult& expected, std::size_t pieceSize) {
     const tarvo::Reference<TarvoRegistry> root = TarvoRegistry::makeRoot();
     RegistryParser parser(root, std::u16string(knownId));
-    const auto result = static_cast<std::int32_t>(parser.parse(bytes));
+    const auto result = static_cast<std::int32_t>(parseInPieces(parser, bytes, pieceSize));
     if (result != expected.result) {
         return "result " + std::to_string(result) + " in the place of " +
                std::to_string(expected.result);
@@ -132,8 +141,13 @@ std::string parseDifference(std::string_view bytes, std::u16string_view knownId)
 } // namespace
 
 std::string registryDifference(std::string_view bytes, std::u16string_view knownId) {
+    constexpr std::size_t kSmallPiece = 50; // as long as elements are
+    const OracleResult expected = parseByExpressions(bytes, knownId);
     std::string difference = tokensDifference(bytes);
-    return difference.empty() ? parseDifference(bytes, knownId) : difference;
+    for (const std::size_t pieceSize : {bytes.size(), kSmallPiece})
+        if (difference.empty())
+            difference = parseDifference(bytes, knownId, expected, pieceSize);
+    return difference;
 }
 
 } // namespace tests
