@@ -106,27 +106,9 @@ bool MarkupScanner::next(MarkupTag& tag) noexcept {
     return false;
 }
 
-// The form in which attributes are nearly always written: one blank, no other white space.
-bool AttributeScanner::nextAsWritten(std::string_view& name, std::string_view& value) noexcept {
-    for (const std::string_view opening : {" name=\"", " type=\"", " id=\""}) {
-        if (!rest_.starts_with(opening))
-            continue;
-        const std::size_t valueEnd = rest_.find('"', opening.size());
-        if (valueEnd == kNone)
-            return false;
-        name = opening.substr(1, opening.size() - 3);
-        value = rest_.substr(opening.size(), valueEnd - opening.size());
-        rest_.remove_prefix(valueEnd + 1);
-        return true;
-    }
-    return false;
-}
-
 // A failed attempt goes on behind the white space that it began with: an attempt from within that
 // white space would come to the same name.
 bool AttributeScanner::next(std::string_view& name, std::string_view& value) noexcept {
-    if (nextAsWritten(name, value))
-        return true;
     std::size_t position = 0;
     while (position < rest_.size()) {
         if (!isA(rest_[position], kSpace)) {

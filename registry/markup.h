@@ -9,6 +9,8 @@
 // the first one behind its start; that is what makes a single pass exact.
 #pragma once
 
+#include "registry/written_element.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -33,6 +35,10 @@ class MarkupScanner {
     // Finds the next tag; false when there is none any more.
     bool next(MarkupTag& tag) noexcept;
 
+    // Takes the next tag, and the rest of a value's element with it, if it is in the form in which
+    // the system writes. False if it isn't, and nothing is taken.
+    bool nextWritten(WrittenElement& element) { return readWritten(bytes_, position_, element); }
+
     // What stands behind the last tag found.
     std::string_view rest() const noexcept { return bytes_.substr(position_); }
 
@@ -50,8 +56,6 @@ class AttributeScanner {
     bool next(std::string_view& name, std::string_view& value) noexcept;
 
   private:
-    bool nextAsWritten(std::string_view& name, std::string_view& value) noexcept;
-
     std::string_view rest_;
 };
 

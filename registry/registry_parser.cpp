@@ -59,15 +59,14 @@ bool readInteger(std::u16string_view text, std::int32_t& number) noexcept {
 }
 
 std::optional<RegistryValueType> typeNamed(std::string_view text) {
-    constexpr std::pair<std::string_view, RegistryValueType> kTypes[] = {
-        {"string", RegistryValueType::string},
-        {"empty", RegistryValueType::empty},
-        {"integer", RegistryValueType::integer},
-        {"uuid", RegistryValueType::uuid},
-    };
-    for (const auto& [name, type] : kTypes)
-        if (text == name)
-            return type;
+    if (text == "string")
+        return RegistryValueType::string;
+    if (text == "empty")
+        return RegistryValueType::empty;
+    if (text == "integer")
+        return RegistryValueType::integer;
+    if (text == "uuid")
+        return RegistryValueType::uuid;
     return std::nullopt;
 }
 
@@ -91,13 +90,32 @@ ParseOutcome RegistryParser::parse(std::string_view bytes) {
     MarkupScanner scanner(bytes);
     MarkupTag tag;
     ParseOutcome outcome = ParseOutcome::complete;
-    while (outcome == ParseOutcome::complete && scanner.next(tag)) {
-        takeText(tag.textBefore);
-        if (tag.isElement)
-            outcome = takeElement(tag);
+    while (outcome == ParseOutcome::complete) {
+        if (fillsTree() && scanner.nextWritten(written_)) {
+            outcome = takeWritten();
+        } else if (scanner.next(tag)) {
+            takeText(tag.textBefore);
+            if (tag.isElement)
+                outcome = takeElement(tag);
+        } else {
+            break;
+        }
     }
     taken_ += bytes.size() - scanner.rest().size();
     return outcome;
+}
+
+ParseOutcome RegistryParser::takeWritten() {
+    const std::size_t place = taken_ + written_.position;
+    if (written_.isKey) {
+        elements_.emplace_back("key");
+        return openKey(written_.name.view(), place);
+    }
+    const ParseOutcome outcome = openValue(written_.name, written_.type, place);
+    if (outcome != ParseOutcome::complete)
+        return outcome;
+    takeContent(written_.text);
+    return endValue(place);
 }
 
 ParseOutcome RegistryParser::takeElement(const MarkupTag& tag) {
@@ -109,23 +127,26 @@ ParseOutcome RegistryParser::takeElement(const MarkupTag& tag) {
     return outcome;
 }
 
-// A text takes the place of the one before it: a comment inside a value cuts it, and so does an
-// element.
 void RegistryParser::takeText(std::string_view bytes) {
     if (!inValue_ || bytes.empty())
         return;
+    scratch_.decode(bytes);
+    takeContent(scratch_);
+}
+
+// A text takes the place of the one before it: a comment inside a value cuts it, and so does an
+// element.
+void RegistryParser::takeContent(FileText& text) noexcept {
     switch (valueType_) {
     case RegistryValueType::string:
-        valueText_.decode(bytes);
+        valueText_.swap(text);
         break;
     case RegistryValueType::integer:
-        scratch_.decode(bytes);
-        valueValid_ = readInteger(scratch_.view(), valueInteger_);
+        valueValid_ = readInteger(text.view(), valueInteger_);
         break;
     case RegistryValueType::uuid:
-        scratch_.decode(bytes);
-        if (isUUIDText(scratch_.view())) {
-            valueText_.swap(scratch_);
+        if (isUUIDText(text.view())) {
+            valueText_.swap(text);
             valueValid_ = true;
         }
         break;
@@ -138,7 +159,7 @@ ParseOutcome RegistryParser::start(const MarkupTag& tag) {
     elements_.emplace_back(tag.name);
     if (tag.name == "registry")
         return startRegistry(tag);
-    if (inValue_ || skipDepth_ > 0 || !inRegistry_) {
+    if (!fillsTree()) {
         ++skipDepth_;
         return ParseOutcome::complete;
     }
@@ -171,11 +192,15 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
     if (!scratch_.decodeName(*name))
         return fail(placeOf(tag), "a key's name is empty or holds a capital letter, a separator or "
                                   "a control character");
-    const std::uint32_t hash = hashOfFoldedName(scratch_.view());
+    return openKey(scratch_.view(), placeOf(tag));
+}
+
+ParseOutcome RegistryParser::openKey(std::u16string_view name, std::size_t place) {
+    const std::uint32_t hash = hashOfFoldedName(name);
     NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
-    if (siblings.find(scratch_.view(), hash) != nullptr)
-        return fail(placeOf(tag), "a key of this name stands here already");
-    auto key = TarvoRegistry::make(memory_, scratch_.view(), hash, root_->edition());
+    if (siblings.find(name, hash) != nullptr)
+        return fail(place, "a key of this name stands here already");
+    auto key = TarvoRegistry::make(memory_, name, hash, root_->edition());
     nodes_.push_back(key.get());
     siblings.insert(memory_, std::move(key));
     return ParseOutcome::complete;
@@ -188,18 +213,23 @@ ParseOutcome RegistryParser::startValue(const MarkupTag& tag) {
     if (!scratch_.decodeName(*attributes.name))
         return fail(placeOf(tag), "a value's name is empty or holds a capital letter, a separator "
                                   "or a control character");
-    const std::uint32_t hash = hashOfFoldedName(scratch_.view());
-    if (nodes_.back()->values.find(scratch_.view(), hash) != nullptr)
-        return fail(placeOf(tag), "a value of this name stands in its key already");
     if (!attributes.type)
         return fail(placeOf(tag), "a value has no 'type' attribute");
-    const auto type = readType(*attributes.type);
+    return openValue(scratch_, *attributes.type, placeOf(tag));
+}
+
+ParseOutcome RegistryParser::openValue(FileText& name, std::string_view typeBytes,
+                                       std::size_t place) {
+    const std::uint32_t hash = hashOfFoldedName(name.view());
+    if (nodes_.back()->values.find(name.view(), hash) != nullptr)
+        return fail(place, "a value of this name stands in its key already");
+    const auto type = readType(typeBytes);
     if (!type)
-        return fail(placeOf(tag), "a value's type is none of string, integer, uuid and empty");
+        return fail(place, "a value's type is none of string, integer, uuid and empty");
     beginValue(*type);
-    valueName_.swap(scratch_);
+    valueName_.swap(name);
     valueHash_ = hash;
-    valuePlace_ = placeOf(tag);
+    valuePlace_ = place;
     inValue_ = true;
     return ParseOutcome::complete;
 }
@@ -224,7 +254,7 @@ ParseOutcome RegistryParser::end(const MarkupTag& tag) {
         return ParseOutcome::complete;
     }
     if (tag.name == "value")
-        return endValue(tag);
+        return endValue(placeOf(tag));
     if (tag.name == "key") {
         if (nodes_.size() > 1)
             nodes_.pop_back();
@@ -234,10 +264,10 @@ ParseOutcome RegistryParser::end(const MarkupTag& tag) {
     return ParseOutcome::complete;
 }
 
-ParseOutcome RegistryParser::endValue(const MarkupTag& tag) {
+ParseOutcome RegistryParser::endValue(std::size_t place) {
     const bool wasInValue = std::exchange(inValue_, false);
     if (!valueValid_)
-        return fail(wasInValue ? valuePlace_ : placeOf(tag), "a value's content isn't of its type");
+        return fail(wasInValue ? valuePlace_ : place, "a value's content isn't of its type");
     nodes_.back()->values.insert(memory_,
                                  NamedValue::make(memory_, valueName_.view(), valueHash_,
                                                   valueType_, valueInteger_, valueText_.view()));

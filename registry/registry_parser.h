@@ -56,15 +56,20 @@ class RegistryParser {
     const MarkupFault& fault() const noexcept { return fault_; }
 
   private:
+    ParseOutcome takeWritten();
     ParseOutcome takeElement(const MarkupTag& tag);
     ParseOutcome start(const MarkupTag& tag);
     ParseOutcome startRegistry(const MarkupTag& tag);
     ParseOutcome startKey(const MarkupTag& tag);
+    ParseOutcome openKey(std::u16string_view name, std::size_t place);
     ParseOutcome startValue(const MarkupTag& tag);
+    ParseOutcome openValue(FileText& name, std::string_view typeBytes, std::size_t place);
     ParseOutcome end(const MarkupTag& tag);
-    ParseOutcome endValue(const MarkupTag& tag);
+    ParseOutcome endValue(std::size_t place);
     void takeText(std::string_view bytes);
+    void takeContent(FileText& text) noexcept;
     void beginValue(RegistryValueType type) noexcept;
+    bool fillsTree() const noexcept { return inRegistry_ && !inValue_ && skipDepth_ == 0; }
     std::size_t placeOf(const MarkupTag& tag) const noexcept { return taken_ + tag.position; }
     ParseOutcome fail(std::size_t offset, const char* reason);
 
@@ -73,6 +78,7 @@ class RegistryParser {
     std::vector<std::string> elements_; // the names of the open tags
 
     TreeMemory memory_;
+    WrittenElement written_;
 
     RegistryValueType valueType_ = RegistryValueType::empty; // the value being read
     std::int32_t valueInteger_ = 0;

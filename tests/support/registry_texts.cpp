@@ -43,10 +43,10 @@ class Composer {
     }
 
     void add(std::string_view piece) { text_ += piece; }
-    void addSpace() { add(oneIn(4) ? anyOf(kSpaces) : " "sv); }
+    void addSpace() { add(!isTidy_ && oneIn(4) ? anyOf(kSpaces) : " "sv); }
 
     void maybeAddSpace() {
-        if (oneIn(12)) {
+        if (!isTidy_ && oneIn(12)) {
             addSpace();
         }
     }
@@ -147,7 +147,7 @@ class Composer {
     void addValue(std::size_t depth) {
         const std::size_t type = below(std::size(kTypes));
         const std::string_view typeName = oneIn(60) ? anyOf(kOddTypes) : kTypes[type];
-        const bool isTypeFirst = oneIn(2);
+        const bool isTypeFirst = !isTidy_ && oneIn(2);
         addStart("value");
         if (isTypeFirst) {
             addAttribute("type", typeName);
@@ -292,6 +292,8 @@ class Composer {
 
     std::mt19937_64 random_;
     std::string text_;
+    // Laid out as the system does, which is a form that its reader has a way of its own for.
+    bool isTidy_ = oneIn(2);
     std::size_t names_ = 0;
 };
 
