@@ -113,25 +113,29 @@ TEST_F(COMDetails, TellOfTheViewsInWhichTheClassIs) {
     const struct {
         bool in32;
         bool in64;
+        bool user32; // whether the class is also the current user's
+        bool user64;
         const char* locations;
         std::uint32_t allUsers[6];
     } cases[] = {
-        {true, false, "2", {1, 1, 0, 1, 1, 1}},
-        {false, true, "3", {0, 0, 1, 0, 0, 0}},
-        {true, true, "23", {0, 0, 0, 0, 0, 0}},
+        {true, false, false, false, "2", {1, 1, 1, 1, 1, 1}},
+        {true, false, true, false, "2", {1, 1, 0, 1, 1, 1}},
+        {false, true, false, true, "3", {0, 0, 1, 0, 0, 0}},
+        {true, true, true, true, "23", {0, 0, 0, 0, 0, 0}},
     };
-    for (const auto& [in32, in64, locations, allUsers] : cases) {
+    for (const auto& [in32, in64, user32, user64, locations, allUsers] : cases) {
         classes.clear();
         if (in32)
             classes.add(k32, 1, {{u"", u"", u"32"}});
         if (in64)
             classes.add(k64, 1, {{u"", u"", u"64"}});
+        for (const auto& [view, isThere] : {std::pair(k32, user32), std::pair(k64, user64)})
+            if (isThere)
+                classesOf(RegistryRoot::currentUser, view)
+                    .create((u"CLSID\\" + classText(1)).c_str(), view);
         const auto details = find(newEnumerator(), 1);
         const auto& table = *details->table;
         EXPECT_EQ(locationsOf(*details), locations);
-        tarvo::String name;
-        EXPECT_EQ(table.getName(details->me, name.pair()), RC_OK);
-        EXPECT_EQ(name.text(), in32 ? u"32" : u"64");
         for (std::uint32_t location = 0; location < 6; ++location) {
             const bool isThere = (location == 2 && in32) || (location == 3 && in64);
             tarvo::String text(u"-");
@@ -149,6 +153,9 @@ TEST_F(COMDetails, AreReadFromTheFirstViewInWhichTheClassCanBeUsed) {
     classes.add(k32, 1, {{u"", u"", u"32"}, {u"InprocServer32", u"ThreadingModel", u"single"}});
     classes.add(k64, 1, {{u"", u"", u"64"}});
     EXPECT_EQ(describe(*find(newEnumerator(), 1)), "name=64, at=3");
+    classes.add(k32, 1, {{u"InprocServer32", u"ThreadingModel", u"both"}});
+    EXPECT_EQ(describe(*find(newEnumerator(), 1)), "name=32, at=23");
+    classes.add(k32, 1, {{u"InprocServer32", u"ThreadingModel", u"single"}});
     classes.add(k64, 1, {{u"InprocServer32", u"ThreadingModel", u"single"}});
     EXPECT_FALSE(find(newEnumerator(), 1));
 }

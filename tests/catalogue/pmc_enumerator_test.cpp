@@ -202,7 +202,7 @@ TEST_F(PMCEnumerator, SurvivesClassesThatComeAndGoMeanwhile) {
         while (!stop)
             for (std::uint8_t number = 6; number < 12; ++number) {
                 classes.add(k64, number, {{f30.c_str(), u"", nullptr}});
-                classesOf(RegistryRoot::currentUser, k64)
+                classesOf(RegistryRoot::localMachine, k64)
                     .deleteTree((u"CLSID\\" + classText(number)).c_str(), k64);
             }
     });

@@ -65,9 +65,17 @@ inline SystemKey classesOf(RegistryRoot root, RegistryView view) {
 }
 
 // What tests and the library for them put there, gone with the object and whenever it is asked for.
+// Tests put classes into the machine's, since Wine shows no others below the root of all classes.
 class SystemClasses {
   public:
-    SystemClasses() { clear(); }
+    SystemClasses() {
+        // Windows has these keys for every user, while a new Wine prefix hasn't got them yet.
+        const SystemKey software =
+            SystemKey::openForWriting(RegistryRoot::currentUser, u"Software");
+        EXPECT_TRUE(software.create(u"Classes\\CLSID"));
+        EXPECT_TRUE(software.create(u"Classes\\Wow6432Node\\CLSID"));
+        clear();
+    }
     SystemClasses(const SystemClasses&) = delete;
     SystemClasses& operator=(const SystemClasses&) = delete;
     ~SystemClasses() { clear(); }
@@ -100,7 +108,7 @@ class SystemClasses {
 
     // A key of the classes, open for writing.
     SystemKey make(RegistryView view, const std::u16string& path) {
-        SystemKey key = classesOf(RegistryRoot::currentUser, view).create(path.c_str(), view);
+        SystemKey key = classesOf(RegistryRoot::localMachine, view).create(path.c_str(), view);
         EXPECT_TRUE(key) << narrow(path);
         const std::size_t end = path.find(u'\\', path.starts_with(u"CLSID\\") ? 6 : 0);
         made_.insert(path.substr(0, end));
