@@ -6,6 +6,8 @@
 #include "value.hpp"
 
 #include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -119,33 +121,67 @@ class ScalarArray : public detail::BasicScalarArray<IVaskArray, Element> {
     static constexpr IVaskArrayTable kTable = {.get = &Base::get, .resize = &Base::resize};
 };
 
-// An array of strings, for slots that fill an IVaskArray of IVaskString.
-//
+// An array of strings or of values, for slots that fill an IVaskArray of their references.
+template <class Element>
+class ObjectArray : public detail::BasicObjectArray<IVaskArray, Element> {
+    using Base = detail::BasicObjectArray<IVaskArray, Element>;
+
+  public:
+    ObjectArray() noexcept : Base(&kTable) {}
+
+  private:
+    static constexpr IVaskArrayTable kTable = {.get = &Base::getItems,
+                                               .resize = &Base::resizeItems};
+};
+
 //     tarvo::StringArray names;
 //     if (key->table->getKeyNames(key->me, names.pair()) == RC_OK)
 //         for (const tarvo::String& name : names.strings())
 //             use(name.text());
-class StringArray : public detail::BasicObjectArray<IVaskArray, String> {
+class StringArray : public ObjectArray<String> {
   public:
-    StringArray() noexcept : BasicObjectArray(&kTable) {}
-
     std::span<const String> strings() const noexcept { return elements(); }
-
-  private:
-    static constexpr IVaskArrayTable kTable = {.get = &StringArray::getItems,
-                                               .resize = &StringArray::resizeItems};
 };
 
-// An array of values, for slots that fill an IVaskArray of IVaskValue.
-class ValueArray : public detail::BasicObjectArray<IVaskArray, Value> {
+class ValueArray : public ObjectArray<Value> {
   public:
-    ValueArray() noexcept : BasicObjectArray(&kTable) {}
-
     std::span<const Value> values() const noexcept { return elements(); }
-
-  private:
-    static constexpr IVaskArrayTable kTable = {.get = &ValueArray::getItems,
-                                               .resize = &ValueArray::resizeItems};
 };
+
+// Gives numbers to an array reference. The result is that of its `resize`, or RC_NULL_POINTER if
+// that gave no place for them.
+template <class Element>
+TarvoResult setElements(IVaskArray* target, std::span<const Element> elements) {
+    void* place = nullptr;
+    const TarvoResult result =
+        target->table->resize(target->me, static_cast<std::uint32_t>(elements.size()), &place);
+    if (result != RC_OK || elements.empty())
+        return result;
+    if (place == nullptr)
+        return RC_NULL_POINTER;
+    std::memcpy(place, elements.data(), elements.size_bytes());
+    return RC_OK;
+}
+
+// Gives objects to an array of references, each by `set(Item*, object)`. The result is that of its
+// `resize`, of the first `set` that fails, or RC_NULL_POINTER if the array lacks an item.
+template <class Item, class Objects, class Set>
+TarvoResult setItems(IVaskArray* target, const Objects& objects, Set&& set) {
+    void* place = nullptr;
+    const TarvoResult result =
+        target->table->resize(target->me, static_cast<std::uint32_t>(std::size(objects)), &place);
+    if (result != RC_OK || std::empty(objects))
+        return result;
+    if (place == nullptr)
+        return RC_NULL_POINTER;
+    auto* const* item = static_cast<Item**>(place);
+    for (const auto& object : objects) {
+        const TarvoResult setResult = *item == nullptr ? RC_NULL_POINTER : set(*item, object);
+        if (setResult != RC_OK)
+            return setResult;
+        ++item;
+    }
+    return RC_OK;
+}
 
 } // namespace tarvo

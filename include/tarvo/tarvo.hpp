@@ -6,6 +6,8 @@
 #include "array.hpp"
 #include "reference.hpp"
 #include "result.hpp"
+#include "state.hpp"
+#include "state_source.hpp"
 #include "tarvo.h"
 #include "text.hpp"
 #include "uuid.hpp"

@@ -69,9 +69,15 @@ class BasicValue {
     BasicValue(BasicValue&& other) noexcept
         : pair_{this, other.pair_.table}, number_(other.number_), text_(std::move(other.text_)),
           type_(other.type_) {}
-    BasicValue& operator=(BasicValue other) noexcept {
+    BasicValue& operator=(const BasicValue& other) {
+        text_ = other.text_;
         number_ = other.number_;
+        type_ = other.type_;
+        return *this;
+    }
+    BasicValue& operator=(BasicValue&& other) noexcept {
         text_ = std::move(other.text_);
+        number_ = other.number_;
         type_ = other.type_;
         return *this;
     }
@@ -161,6 +167,21 @@ class BasicValue {
 };
 
 } // namespace detail
+
+// Gives a value to a value reference, by the one setter of its type; the result is that setter's.
+template <class Pair>
+TarvoResult setValue(IVaskValue* target, const detail::BasicValue<Pair>& value) {
+    if (const auto text = value.text())
+        return target->table->setStringValue(target->me, text->data(),
+                                             static_cast<std::uint32_t>(text->size()));
+    if (const auto integer = value.integer())
+        return target->table->setIntegerValue(target->me, *integer);
+    if (const auto boolean = value.boolean())
+        return target->table->setBooleanValue(target->me, *boolean);
+    if (const auto real = value.real())
+        return target->table->setRealValue(target->me, *real);
+    return target->table->setEmpty(target->me);
+}
 
 // A value of its own, empty when it is new, for slots that take an IVaskValue. A text that others
 // set and that can't be stored leaves it empty.

@@ -1,0 +1,200 @@
+#include "persistence/stream_decoder.h"
+
+#include <bit>
+#include <cstring>
+#include <vector>
+
+namespace TARVO {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "fields are taken as they are in memory");
+
+// The bytes, front to back.
+class ByteReader {
+  public:
+    explicit ByteReader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+
+    std::size_t offset() const { return offset_; }
+
+    template <class Number>
+    Number read() {
+        Number number{};
+        std::memcpy(&number, take(sizeof number), sizeof number);
+        return number;
+    }
+
+    // A count of things that have at least so many bytes each.
+    std::size_t readCount(std::size_t smallest) {
+        const std::size_t start = offset_;
+        const std::size_t count = read<std::uint32_t>();
+        if (count > (bytes_.size() - offset_) / smallest)
+            throw StreamError(RC_END_OF_DATA, start, "a count of more than the data can hold");
+        return count;
+    }
+
+    // Copies as many numbers as a count says into a vector or string.
+    template <class Numbers>
+    void readNumbers(Numbers& numbers) {
+        constexpr std::size_t kSize = sizeof(typename Numbers::value_type);
+        numbers.resize(readCount(kSize));
+        const std::size_t size = numbers.size() * kSize;
+        if (size != 0)
+            std::memcpy(numbers.data(), take(size), size);
+    }
+
+  private:
+    const std::uint8_t* take(std::size_t size) {
+        if (size > bytes_.size() - offset_)
+            throw StreamError(RC_END_OF_DATA, offset_, "the data end here, too early");
+        const std::uint8_t* const start = bytes_.data() + offset_;
+        offset_ += size;
+        return start;
+    }
+
+    std::span<const std::uint8_t> bytes_;
+    std::size_t offset_ = 0;
+};
+
+constexpr std::size_t kSmallestText = 4;
+constexpr std::size_t kSmallestTagged = 4;        // an empty value
+constexpr std::size_t kSmallestValue = 4 + 4 + 4; // name, kind, payload
+constexpr std::size_t kSmallestNode = 4 + 4 + 4;  // name, value count, node count
+
+class StreamDecoder {
+  public:
+    explicit StreamDecoder(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+
+    // Nodes that have begun stand in a list, so that depth costs no stack.
+    void decode(TARVOPersistenceNode& root) {
+        begin(root);
+        while (!open_.empty()) {
+            OpenNode& last = open_.back();
+            if (last.nodesAhead == 0) {
+                open_.pop_back();
+                continue;
+            }
+            --last.nodesAhead;
+            if (open_.size() > kMostLevels)
+                throw StreamError(RC_BAD_DATA, bytes_.offset(), "more than 1,000 levels of nodes");
+            begin(last.node->addNode(readText()));
+        }
+    }
+
+  private:
+    struct OpenNode {
+        TARVOPersistenceNode* node;
+        std::size_t nodesAhead;
+    };
+
+    void begin(TARVOPersistenceNode& node) {
+        const std::size_t count = bytes_.readCount(kSmallestValue);
+        node.values.reserve(count);
+        for (std::size_t i = 0; i < count; ++i)
+            readValue(node);
+        open_.push_back({&node, bytes_.readCount(kSmallestNode)});
+    }
+
+    void readValue(TARVOPersistenceNode& node) {
+        std::u16string name = readText();
+        const std::size_t start = bytes_.offset();
+        const auto kind = bytes_.read<std::uint32_t>();
+        if (kind > kLastKind)
+            throw StreamError(RC_END_OF_DATA, start, "a kind that is none of 0 to 12");
+        readContent(kind, node.values[std::move(name)].content);
+    }
+
+    void readContent(std::uint32_t kind, TARVOPersistenceValue::Content& content) {
+        switch (kind) {
+        case TARVO_PERSIST_REAL:
+            content.emplace<TARVO_PERSIST_REAL>(bytes_.read<double>());
+            break;
+        case TARVO_PERSIST_INTEGER:
+            content.emplace<TARVO_PERSIST_INTEGER>(bytes_.read<std::int32_t>());
+            break;
+        case TARVO_PERSIST_BOOLEAN:
+            content.emplace<TARVO_PERSIST_BOOLEAN>(bytes_.read<std::uint32_t>());
+            break;
+        case TARVO_PERSIST_STRING:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_STRING>().text());
+            break;
+        case TARVO_PERSIST_ENUMERATION:
+            content.emplace<TARVO_PERSIST_ENUMERATION>(bytes_.read<std::uint32_t>());
+            break;
+        case TARVO_PERSIST_VALUE:
+            readTagged(content.emplace<TARVO_PERSIST_VALUE>());
+            break;
+        case TARVO_PERSIST_REAL_ARRAY:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_REAL_ARRAY>().elements());
+            break;
+        case TARVO_PERSIST_INTEGER_ARRAY:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_INTEGER_ARRAY>().elements());
+            break;
+        case TARVO_PERSIST_BOOLEAN_ARRAY:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_BOOLEAN_ARRAY>().elements());
+            break;
+        case TARVO_PERSIST_STRING_ARRAY:
+            readObjects(content.emplace<TARVO_PERSIST_STRING_ARRAY>(), kSmallestText,
+                        [this](tarvo::String& string) { bytes_.readNumbers(string.text()); });
+            break;
+        case TARVO_PERSIST_ENUMERATION_ARRAY:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_ENUMERATION_ARRAY>().elements());
+            break;
+        case TARVO_PERSIST_VALUE_ARRAY:
+            readObjects(content.emplace<TARVO_PERSIST_VALUE_ARRAY>(), kSmallestTagged,
+                        [this](VaskValueImpl& value) { readTagged(value); });
+            break;
+        default:
+            bytes_.readNumbers(content.emplace<TARVO_PERSIST_BYTE_ARRAY>().elements());
+        }
+    }
+
+    template <class Array, class Read>
+    void readObjects(Array& array, std::size_t smallest, Read&& read) {
+        array.resize(bytes_.readCount(smallest));
+        for (auto& element : array.elements())
+            read(element);
+    }
+
+    void readTagged(VaskValueImpl& value) {
+        switch (bytes_.read<std::uint32_t>()) {
+        case TARVO_VALUE_STRING:
+            value.setText(readText());
+            break;
+        case TARVO_VALUE_INTEGER:
+            value.setInteger(bytes_.read<std::int32_t>());
+            break;
+        case TARVO_VALUE_BOOLEAN:
+            value.setBoolean(bytes_.read<std::uint32_t>());
+            break;
+        case TARVO_VALUE_REAL:
+            value.setReal(bytes_.read<double>());
+            break;
+        default:
+            break; // any other is empty, as the value is already
+        }
+    }
+
+    std::u16string readText() {
+        std::u16string text;
+        bytes_.readNumbers(text);
+        return text;
+    }
+
+    ByteReader bytes_;
+    std::vector<OpenNode> open_;
+};
+
+} // namespace
+
+void decodeStream(std::span<const std::uint8_t> bytes, TARVOPersistenceNode& root) {
+    StreamDecoder(bytes).decode(root);
+}
+
+tarvo::Reference<TARVOPersistenceNode> decodeStream(std::span<const std::uint8_t> bytes) {
+    auto root = TARVOPersistenceNode::make();
+    decodeStream(bytes, *root);
+    return root;
+}
+
+} // namespace TARVO
