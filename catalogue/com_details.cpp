@@ -89,8 +89,7 @@ void COMPMCRegistrationDetails::readCategories(const SystemKey& key) {
         usable_ = false;
     categories_.push_back(categories::kTarvoComponent);
     std::ranges::sort(categories_);
-    const auto repeated = std::ranges::unique(categories_);
-    categories_.erase(repeated.begin(), repeated.end());
+    categories_.erase(std::unique(categories_.begin(), categories_.end()), categories_.end());
 }
 
 // ---- answering ----

@@ -193,6 +193,7 @@ Result TarvoPMCEnumerator::getPMCsInCategories(const UUID* categories, std::uint
         for (const FoundPMC& pmc : pmcsInCategory(category))
             merged.insert_or_assign(pmc.uuid, pmc);
     std::vector<FoundPMC> found;
+    found.reserve(merged.size());
     for (auto& [uuid, pmc] : merged)
         found.push_back(std::move(pmc));
     return give(std::move(found), pmcs);

@@ -50,11 +50,12 @@ class TreeMemory {
 template <class T>
 class TreeArray {
     static_assert(std::is_trivially_destructible_v<T> && alignof(T) <= alignof(void*));
+    static constexpr std::size_t kEntrySize = sizeof(T[1]);
 
   public:
     TreeArray() noexcept = default;
     TreeArray(TreeMemory& memory, std::uint32_t size) : size_(size) {
-        const auto block = memory.allocate(size * sizeof(T));
+        const auto block = memory.allocate(size * kEntrySize);
         first_ = static_cast<T*>(block.address);
         place_ = block.place;
         std::uninitialized_value_construct_n(first_, size);

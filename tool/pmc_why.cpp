@@ -77,7 +77,7 @@ std::optional<tarvo::UUID> resolveProgId(const Library& library, const std::stri
 std::string summaryOf(const KeySource& key) {
     std::string locations;
     for (const std::string_view name : kLocationNames)
-        if (valueOf(key, lowered(std::string(name))).value_or("") != "")
+        if (!valueOf(key, lowered(std::string(name))).value_or("").empty())
             locations.append(locations.empty() ? "" : ", ").append(name);
     return fmt::format("\"{}\", {}", printable(valueOf(key, "name").value_or("(no name)")),
                        locations.empty() ? "no location" : "locations: " + locations);
