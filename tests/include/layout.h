@@ -312,12 +312,17 @@ SLOT(IVaskIDLLibraryTable, 21, getUUID);
 SLOT(IVaskIDLLibraryTable, 22, getSourcePath);
 
 PAIR(IVaskIDLItem);
-SLOTS(IVaskIDLItemTable, 12);
+SLOTS(IVaskIDLItemTable, 16);
 SLOT(IVaskIDLItemTable, 0, addReference);
 SLOT(IVaskIDLItemTable, 1, release);
 SLOT(IVaskIDLItemTable, 5, getName);
 SLOT(IVaskIDLItemTable, 6, getUUID);
 SLOT(IVaskIDLItemTable, 11, getNumberOfTemplateArguments);
+
+PAIR(IVaskIDLType);
+SLOTS(IVaskIDLTypeTable, 7);
+SLOT(IVaskIDLTypeTable, 0, addReference);
+SLOT(IVaskIDLTypeTable, 1, release);
 
 PAIR(IMarshalService);
 SLOTS(IMarshalServiceTable, 8);
