@@ -31,7 +31,7 @@ Result LibraryFiles::copyStaged(const std::u16string& registryPath) const {
     for (const auto& [source, name] : staged_) {
         const std::u16string target = folder + name;
         if (!platform::isSameFile(source, target) &&
-            !tryPatiently([&] { return platform::copyFileOver(source, target); }))
+            !tryPatiently([&, &from = source] { return platform::copyFileOver(from, target); }))
             return RC_NO_DATA_FOLDER;
     }
     return RC_OK;
