@@ -63,8 +63,9 @@ std::vector<TypeLibrary> allLibraries(const Library& library) {
         require(
             collection->table->getItem(collection->me, static_cast<std::int32_t>(i), item.out()),
             "cannot list the type libraries");
-        libraries.push_back(
-            describe(*tarvo::query<IVaskLibraryDetails>(item.get(), kIVaskLibraryDetailsId)));
+        const auto details = tarvo::query<IVaskLibraryDetails>(item.get(), kIVaskLibraryDetailsId);
+        require(details ? RC_OK : RC_NO_INTERFACE, "cannot describe a type library");
+        libraries.push_back(describe(*details));
     }
     return libraries;
 }
