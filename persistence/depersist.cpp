@@ -10,9 +10,7 @@
 #include "tarvo/identifiers.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <span>
 #include <utility>
 
 namespace TARVO {
@@ -22,13 +20,6 @@ namespace {
 using Node = TARVOPersistenceNode;
 using Table = IVaskPersistReaderTable;
 using tarvo::Reference;
-
-// The stream form's header: the mark, the version, and four bytes that nobody reads.
-constexpr std::array<std::uint8_t, 7> kStreamMark = {'M', 'O', 'R', 'V', 'E', 'N', 0};
-constexpr std::size_t kVersionOffset = kStreamMark.size();
-constexpr std::size_t kHeaderSize = 12;
-constexpr std::uint8_t kNotDecoded = 0;
-constexpr std::uint8_t kNewestVersion = 1;
 
 bool isKnownTransition(std::uint32_t sourceKind, std::uint32_t targetKind) {
     return sourceKind == TARVO_PERSIST_SOURCE_COM && targetKind == TARVO_PERSIST_TARGET_PMC;
@@ -133,25 +124,12 @@ void requireTransitionForm(Read&& read) {
     }
 }
 
-// The tree that the bytes of a stream hold; null if they are the component's own.
-Reference<Node> decodePayload(std::span<const std::uint8_t> bytes) {
-    if (bytes.size() <= kVersionOffset ||
-        !std::ranges::equal(bytes.first(kStreamMark.size()), kStreamMark))
-        return nullptr;
-    if (bytes[kVersionOffset] > kNewestVersion)
-        throw vask_link_error(RC_FORMAT_TOO_NEW);
-    if (bytes[kVersionOffset] == kNotDecoded)
-        return nullptr;
-    if (bytes.size() < kHeaderSize)
-        throw vask_link_error(RC_END_OF_DATA);
-    return decodeStream(bytes.subspan(kHeaderSize));
-}
-
 Reference<Node> decodeStreamState(IVaskPersistReader* reader) {
     tarvo::ScalarArray<std::uint8_t> data;
     requireTransitionForm(
         [&] { callReader(reader, &Table::GetArrayByte, transitionDataName.pair(), data.pair()); });
-    return decodePayload(data.elements());
+    const auto record = nodeRecordOf(data.elements());
+    return record ? decodeStream(*record) : nullptr;
 }
 
 bool isDecodableBag(IVaskPersistReader* bag) {

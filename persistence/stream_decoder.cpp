@@ -1,5 +1,6 @@
 #include "persistence/stream_decoder.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <vector>
@@ -63,7 +64,8 @@ constexpr std::size_t kSmallestNode = 4 + 4 + 4;  // name, value count, node cou
 
 class StreamDecoder {
   public:
-    explicit StreamDecoder(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+    StreamDecoder(std::span<const std::uint8_t> bytes, bool isUpToDamage)
+        : bytes_(bytes), isUpToDamage_(isUpToDamage) {}
 
     // Nodes that have begun stand in a list, so that depth costs no stack.
     void decode(TARVOPersistenceNode& root) {
@@ -88,11 +90,18 @@ class StreamDecoder {
     };
 
     void begin(TARVOPersistenceNode& node) {
-        const std::size_t count = bytes_.readCount(kSmallestValue);
-        node.values.reserve(count);
+        const std::size_t count = readEntryCount(kSmallestValue);
+        if (!isUpToDamage_)
+            node.values.reserve(count);
         for (std::size_t i = 0; i < count; ++i)
             readValue(node);
-        open_.push_back({&node, bytes_.readCount(kSmallestNode)});
+        open_.push_back({&node, readEntryCount(kSmallestNode)});
+    }
+
+    // A count of entries that can't all be there ends the decoding at once, unless somebody wants
+    // to have those that are there.
+    std::size_t readEntryCount(std::size_t smallest) {
+        return isUpToDamage_ ? bytes_.read<std::uint32_t>() : bytes_.readCount(smallest);
     }
 
     void readValue(TARVOPersistenceNode& node) {
@@ -101,7 +110,13 @@ class StreamDecoder {
         const auto kind = bytes_.read<std::uint32_t>();
         if (kind > kLastKind)
             throw StreamError(RC_END_OF_DATA, start, "a kind that is none of 0 to 12");
-        readContent(kind, node.values[std::move(name)].content);
+        const auto [value, isNew] = node.values.try_emplace(std::move(name));
+        try {
+            readContent(kind, value->second.content);
+        } catch (...) {
+            node.values.erase(value); // a value is there as a whole or not at all
+            throw;
+        }
     }
 
     void readContent(std::uint32_t kind, TARVOPersistenceValue::Content& content) {
@@ -182,19 +197,34 @@ class StreamDecoder {
     }
 
     ByteReader bytes_;
+    bool isUpToDamage_;
     std::vector<OpenNode> open_;
 };
 
 } // namespace
 
-void decodeStream(std::span<const std::uint8_t> bytes, TARVOPersistenceNode& root) {
-    StreamDecoder(bytes).decode(root);
+std::optional<std::span<const std::uint8_t>> nodeRecordOf(std::span<const std::uint8_t> payload) {
+    constexpr std::size_t kVersionOffset = kStreamMark.size();
+    constexpr std::uint8_t kNoRecord = 0;
+    if (payload.size() <= kVersionOffset ||
+        !std::ranges::equal(payload.first(kVersionOffset), kStreamMark) ||
+        payload[kVersionOffset] == kNoRecord)
+        return std::nullopt;
+    if (payload[kVersionOffset] > kStreamVersion)
+        throw StreamError(RC_FORMAT_TOO_NEW, kVersionOffset, "a version above 1");
+    if (payload.size() < kStreamHeaderSize)
+        throw StreamError(RC_END_OF_DATA, kVersionOffset + 1, "the header is cut short");
+    return payload.subspan(kStreamHeaderSize);
 }
 
-tarvo::Reference<TARVOPersistenceNode> decodeStream(std::span<const std::uint8_t> bytes) {
+tarvo::Reference<TARVOPersistenceNode> decodeStream(std::span<const std::uint8_t> record) {
     auto root = TARVOPersistenceNode::make();
-    decodeStream(bytes, *root);
+    StreamDecoder(record, false).decode(*root);
     return root;
+}
+
+void decodeStreamUpToDamage(std::span<const std::uint8_t> record, TARVOPersistenceNode& root) {
+    StreamDecoder(record, true).decode(root);
 }
 
 } // namespace TARVO

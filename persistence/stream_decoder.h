@@ -1,6 +1,7 @@
 // The stream form of saved state: the bytes of a whole tree. Integers and reals are little-endian,
 // with nothing between them:
 //
+//     header = the mark, a version of 1 byte, 4 bytes that nobody reads; then the root node
 //     node   = value count, values, node count, named nodes
 //     value  = name, kind, payload of that kind
 //     text   = count of UTF-16 units, units
@@ -12,8 +13,10 @@
 #include "core/link_error.h"
 #include "persistence/tree.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace TARVO {
@@ -32,12 +35,21 @@ class StreamError : public vask_link_error {
     const char* reason_; // a literal
 };
 
-// Reads a node record into an empty root. Bytes behind the record are not looked at. Raises
-// StreamError: RC_END_OF_DATA if the bytes are too few or a kind is unknown, RC_BAD_DATA if nodes
-// go too deep. The root holds what was read before, which whoever repairs files may want.
-void decodeStream(std::span<const std::uint8_t> bytes, TARVOPersistenceNode& root);
+constexpr std::array<std::uint8_t, 7> kStreamMark = {'M', 'O', 'R', 'V', 'E', 'N', 0};
+constexpr std::uint8_t kStreamVersion = 1;
+constexpr std::size_t kStreamHeaderSize = kStreamMark.size() + 1 + 4;
 
-// Gives the root of a new tree, or raises the same.
-tarvo::Reference<TARVOPersistenceNode> decodeStream(std::span<const std::uint8_t> bytes);
+// Gives the root's record in a payload, or nothing if the bytes are a component's own: without the
+// mark, or of version 0. Raises StreamError: RC_FORMAT_TOO_NEW, or RC_END_OF_DATA if the header is
+// cut short.
+std::optional<std::span<const std::uint8_t>> nodeRecordOf(std::span<const std::uint8_t> payload);
+
+// Reads a node record and gives the root of a new tree. Bytes behind the record are not looked at.
+// Raises StreamError: RC_END_OF_DATA if the bytes are too few or a kind is unknown, RC_BAD_DATA if
+// nodes go too deep.
+tarvo::Reference<TARVOPersistenceNode> decodeStream(std::span<const std::uint8_t> record);
+
+// The same into an empty root, which holds what there is before the damage when it raises.
+void decodeStreamUpToDamage(std::span<const std::uint8_t> record, TARVOPersistenceNode& root);
 
 } // namespace TARVO

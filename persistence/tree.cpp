@@ -35,6 +35,10 @@ std::optional<std::uint32_t> kindOfText(std::u16string_view text) {
     return placeOf(text, kKindTexts);
 }
 
+std::u16string_view textOfTag(std::uint32_t tag) {
+    return kTagTexts.at(tag);
+}
+
 std::optional<std::uint32_t> tagOfText(std::u16string_view text) {
     return placeOf(text, kTagTexts);
 }

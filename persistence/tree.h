@@ -44,7 +44,8 @@ static_assert(std::variant_size_v<TARVOPersistenceValue::Content> == kLastKind +
 std::u16string_view textOfKind(std::uint32_t kind);
 std::optional<std::uint32_t> kindOfText(std::u16string_view text);
 
-// The tag (TARVO_VALUE_STRING and so on) that a text of the bag form names.
+// The same for the tags of values, TARVO_VALUE_STRING and so on.
+std::u16string_view textOfTag(std::uint32_t tag);
 std::optional<std::uint32_t> tagOfText(std::u16string_view text);
 
 // No tree goes further below its root than this.

@@ -7,6 +7,7 @@
 #include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
 #include "tool/setup.h"
+#include "tool/state_commands.h"
 #include "tool/type_library_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -53,6 +54,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
     tool::TypeLibraryOptions libraryOptions;
+    tool::StateOptions stateOptions;
     tool::SetupOptions setupOptions;
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
@@ -63,6 +65,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     tool::addRegistryCommands(app, options);
     tool::addPmcCommands(app, pmcOptions);
     tool::addTypeLibraryCommands(app, libraryOptions);
+    tool::addStateCommands(app, stateOptions);
     tool::addSetupCommands(app, setupOptions);
     addInfo(app, json);
     try {

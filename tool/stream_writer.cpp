@@ -1,5 +1,6 @@
 #include "tool/stream_writer.h"
 
+#include "persistence/stream_decoder.h"
 #include "tool/state_walk.h"
 
 #include <cstddef>
@@ -17,7 +18,11 @@ using TARVO::VaskValueImpl;
 
 class StreamWriter {
   public:
-    StreamWriter() { put(std::span<const std::uint8_t>(kHeader)); }
+    StreamWriter() {
+        put(std::span<const std::uint8_t>(TARVO::kStreamMark));
+        putNumber(TARVO::kStreamVersion);
+        putCount(0); // nobody reads it
+    }
 
     void values(const NodeValues& values, std::size_t nodeCount) {
         putCount(values.size());
@@ -34,9 +39,6 @@ class StreamWriter {
     std::vector<std::uint8_t> take() { return std::move(bytes_); }
 
   private:
-    // The mark, the version, and four bytes that nobody reads.
-    static constexpr std::uint8_t kHeader[] = {'M', 'O', 'R', 'V', 'E', 'N', 0, 1, 0, 0, 0, 0};
-
     template <class Element>
     void put(std::span<const Element> elements) {
         const auto bytes = std::as_bytes(elements);

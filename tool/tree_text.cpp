@@ -1,11 +1,12 @@
 #include "tool/tree_text.h"
 
 #include "tool/text.h"
+#include "tool/tree_form.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -65,63 +66,30 @@ class TextWriter {
   public:
     void values(const std::vector<ShownValue>& values) {
         for (const ShownValue& value : values)
-            writeValue(value);
-        ++depth_;
+            lines_.addValue(value.name, content(value),
+                            fmt::format("{:<7}  {}", typeName(value.type), scopeName(value)));
     }
-    void beginKey(std::string_view name) {
-        text_.append(indent(depth_ - 1)).append(printable(name)).append("/\n");
-    }
-    void endKey() { --depth_; }
-    std::string take() { return text_.empty() ? "(empty)\n" : std::move(text_); }
+    void beginKey(std::string_view name) { lines_.beginNode(name); }
+    void endKey() { lines_.endNode(); }
+    std::string take() { return lines_.take(); }
 
   private:
-    // A line of 79 columns: what the value is, and on the right its type and scope.
-    static constexpr std::size_t kLeft = 62;
-
-    // Deep trees stop moving to the right: the text would grow with the square of the depth.
-    static std::string indent(std::size_t depth) {
-        constexpr std::size_t kMostLevels = 20;
-        return std::string(2 * std::min(depth, kMostLevels), ' ');
-    }
-
-    static std::string content(const ShownValue& value) {
+    static std::optional<std::string> content(const ShownValue& value) {
         switch (value.type) {
         case RegistryValueType::string:
             return '"' + printable(value.text) + '"';
         case RegistryValueType::integer:
             return std::to_string(value.integer);
+        case RegistryValueType::empty:
+            return std::nullopt;
         default:
             return value.text;
         }
     }
 
-    void writeValue(const ShownValue& value) {
-        const std::string name = indent(depth_) + printable(value.name);
-        if (value.type == RegistryValueType::empty)
-            return writeLine(name, value);
-        const std::string shown = content(value);
-        const std::string whole = name + " = " + shown;
-        if (fits(whole))
-            return writeLine(whole, value);
-        writeLine(name + " =", value);
-        text_.append(indent(depth_ + 1)).append(shown).push_back('\n');
-    }
-
-    void writeLine(const std::string& left, const ShownValue& value) {
-        fmt::format_to(std::back_inserter(text_), "{:<{}} {:<7}  {}\n", left, kLeft,
-                       typeName(value.type), scopeName(value));
-    }
-
-    // Padding goes by the columns that characters take up, so it tells whether there was room.
-    static bool fits(const std::string& left) {
-        return fmt::formatted_size("{:<{}}", left, kLeft + 1) > left.size();
-    }
-
-    std::string text_;
-    std::size_t depth_ = 0;
+    TreeLines lines_;
 };
 
-// Writes the objects one into the other itself: nlohmann's own writer recurses into them.
 class JsonWriter {
   public:
     void values(const std::vector<ShownValue>& values) {
@@ -130,19 +98,11 @@ class JsonWriter {
             object[value.name] = {{"type", typeName(value.type)},
                                   {"value", content(value)},
                                   {"scope", scopeName(value)}};
-        text_.append(R"({"values":)").append(object.dump()).append(R"(,"keys":{)");
-        isFirst_ = true;
+        json_.setValues(object);
     }
-    void beginKey(const std::string& name) {
-        if (!isFirst_)
-            text_.push_back(',');
-        text_.append(nlohmann::json(name).dump()).push_back(':');
-    }
-    void endKey() {
-        text_.append("}}");
-        isFirst_ = false;
-    }
-    std::string take() { return std::move(text_.append("\n")); }
+    void beginKey(const std::string& name) { json_.beginNode(name); }
+    void endKey() { json_.endNode(); }
+    std::string take() { return json_.take(); }
 
   private:
     static nlohmann::json content(const ShownValue& value) {
@@ -156,8 +116,7 @@ class JsonWriter {
         }
     }
 
-    std::string text_;
-    bool isFirst_ = true; // of the sub-keys of the key that was begun last
+    TreeJson json_{"keys"};
 };
 
 } // namespace

@@ -1,11 +1,16 @@
 // The C++ layer for callers: who owns what, and where texts and elements lie.
 #include <tarvo/tarvo.hpp>
 
+#include <concepts>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <memory>
+#include <new>
 #include <system_error>
+#include <type_traits>
 #include <unordered_set>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace {
@@ -118,6 +123,95 @@ TEST(TarvoResult, IsAnErrorCodeWithANameAndAText) {
                      RC_NOT_FOUND,
                      *+[](std::uint32_t, IVaskString*) -> TarvoResult { return RC_READ_ONLY; }),
                  std::system_error);
+}
+
+// A reader of state on a tree of one's own: what one offers, the other gets.
+TEST(TarvoState, IsReadAsItIsOffered) {
+    tarvo::Value text;
+    text.setText(u"inner");
+    auto tree = std::make_shared<tarvo::StateTree>();
+    tree->values = {{u"real", -1.5},
+                    {u"int", -5},
+                    {u"bool", true},
+                    {u"string", u"text"},
+                    {u"enum", tarvo::Enumeration{9}},
+                    {u"value", text},
+                    {u"reals", std::vector<double>{1, 2}},
+                    {u"ints", std::vector<std::int32_t>{1, -2}},
+                    {u"bools", std::vector<bool>{true, false}},
+                    {u"strings", std::vector<std::u16string>{u"one", u""}},
+                    {u"enums", std::vector<tarvo::Enumeration>{tarvo::Enumeration{3}}},
+                    {u"values", std::vector<tarvo::Value>{text, tarvo::Value()}},
+                    {u"bytes", std::vector<std::uint8_t>{0, 255}}};
+    tree->addNode(u"a").values[u"n"] = 1;
+    tree->addNode(u"b").values[u"n"] = 2;
+    const tarvo::StateReader state(tarvo::offerState(tree));
+    EXPECT_EQ(state.real(u"real"), -1.5);
+    EXPECT_EQ(state.integer(u"int"), -5);
+    EXPECT_TRUE(state.boolean(u"bool"));
+    EXPECT_EQ(state.string(u"string"), u"text");
+    EXPECT_EQ(state.enumeration(u"enum"), tarvo::Enumeration{9});
+    EXPECT_EQ(state.value(u"value").text(), u"inner");
+    EXPECT_EQ(state.values(std::u16string(u"values")).at(1).type(), TARVO_VALUE_EMPTY);
+    std::size_t count = 0;
+    for (const auto& [name, value] : state.eachValue()) {
+        const tarvo::StateValue& offered = tree->values.at(name);
+        EXPECT_EQ(value.index(), offered.index());
+        EXPECT_EQ(state.kind(name), tarvo::kindOf(offered));
+        std::visit(
+            [&other = offered](const auto& held) {
+                using Held = std::decay_t<decltype(held)>;
+                if constexpr (std::equality_comparable<Held> &&
+                              !std::is_same_v<Held, std::vector<tarvo::Value>>) {
+                    EXPECT_EQ(held, std::get<Held>(other));
+                }
+            },
+            value);
+        ++count;
+    }
+    EXPECT_EQ(count, 13u);
+    int sum = 0;
+    for (const auto& [name, node] : state.eachNode())
+        sum += node.integer(u"n") * (name == u"b" ? 10 : 1);
+    EXPECT_EQ(sum, 21);
+
+    EXPECT_EQ(state.kind(u"missing"), std::nullopt);
+    const auto codeOf = [](const auto& call) {
+        try {
+            call();
+        } catch (const std::system_error& error) {
+            return error.code();
+        }
+        return std::error_code();
+    };
+    EXPECT_EQ(codeOf([&] { state.real(u"missing"); }), tarvo::errorOf(RC_NOT_AVAILABLE));
+    EXPECT_EQ(codeOf([&] { state.real(u"int"); }), tarvo::errorOf(RC_BAD_DATA));
+    EXPECT_EQ(codeOf([&] { state.node(u"real"); }), tarvo::errorOf(RC_NOT_AVAILABLE));
+    EXPECT_EQ(codeOf([&] { state.any(u"missing"); }), tarvo::errorOf(RC_NOT_AVAILABLE));
+}
+
+// What a source raises becomes a code.
+TEST(TarvoState, SourcesRaiseCodes) {
+    class Failing final : public tarvo::StateSource {
+        std::vector<std::u16string> valueNames() override { throw 1; }
+        std::vector<std::u16string> nodeNames() override {
+            throw std::system_error(tarvo::errorOf(55), "");
+        }
+        const tarvo::StateValue* findValue(std::u16string_view) override { throw std::bad_alloc(); }
+        tarvo::Reference<IVaskPersistReader> openNode(std::u16string_view) override {
+            return nullptr;
+        }
+    };
+    const auto source = tarvo::Reference<tarvo::StateSource>::share(new Failing);
+    IVaskPersistReader& reader = *source->pair();
+    tarvo::StringArray names;
+    double real = 0;
+    IVaskPersistReader* node = nullptr;
+    EXPECT_EQ(reader.table->ValueNames(reader.me, names.pair()), RC_UNSPECIFIED);
+    EXPECT_EQ(reader.table->NodeNames(reader.me, names.pair()), 55u);
+    EXPECT_EQ(reader.table->GetReal(reader.me, nullptr, &real), RC_UNSPECIFIED);
+    EXPECT_EQ(reader.table->GetReal(reader.me, nullptr, nullptr), RC_NULL_POINTER);
+    EXPECT_EQ(reader.table->GetNode(reader.me, nullptr, &node), RC_NOT_AVAILABLE);
 }
 
 } // namespace
