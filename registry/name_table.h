@@ -19,6 +19,11 @@ namespace TARVO {
 // it.
 template <class Entry>
 class NameTable {
+    struct Slot {
+        std::uint32_t hash = 0;
+        Entry* entry = nullptr;
+    };
+
   public:
     NameTable() noexcept = default;
 
@@ -39,14 +44,14 @@ class NameTable {
     Entry* find(std::u16string_view name, std::uint32_t hash) const noexcept {
         if (count_ == 0)
             return nullptr;
-        return slots_[placeOf(name, hash)];
+        return slots_[placeOf(name, hash)].entry;
     }
 
     // Fills an empty table with the entries of another.
     void copyFrom(TreeMemory& memory, const NameTable& other) {
         if (other.count_ == 0)
             return;
-        slots_ = TreeArray<Entry*>(memory, other.slots_.size());
+        slots_ = TreeArray<Slot>(memory, other.slots_.size());
         std::ranges::copy(other.slots_, slots_.begin());
         count_ = other.count_;
         forEach([](Entry& entry) { entry.addReference(); });
@@ -54,11 +59,12 @@ class NameTable {
 
     // Puts an entry in, in the place of the one that has its name if there is one.
     void insert(TreeMemory& memory, tarvo::Reference<Entry> entry) {
-        Entry*& slot = makeRoom(memory, entry->name(), entry->hash());
-        if (slot == nullptr)
+        Slot& slot = makeRoom(memory, entry->name(), entry->hash());
+        if (slot.entry == nullptr)
             ++count_;
-        const auto replaced = tarvo::Reference<Entry>::adopt(slot);
-        slot = entry.detach();
+        const auto replaced = tarvo::Reference<Entry>::adopt(slot.entry);
+        slot.hash = entry->hash();
+        slot.entry = entry.detach();
     }
 
     // Takes out the entry of a name, if there is one.
@@ -66,37 +72,37 @@ class NameTable {
         if (count_ == 0)
             return;
         std::uint32_t gap = placeOf(name, hashOfName(name));
-        if (slots_[gap] == nullptr)
+        if (slots_[gap].entry == nullptr)
             return;
-        const auto removed = tarvo::Reference<Entry>::adopt(slots_[gap]);
+        const auto removed = tarvo::Reference<Entry>::adopt(slots_[gap].entry);
         --count_;
         // Entries that a search would no longer reach across the gap move into it.
         const std::uint32_t mask = slots_.size() - 1;
-        for (std::uint32_t place = (gap + 1) & mask; slots_[place] != nullptr;
+        for (std::uint32_t place = (gap + 1) & mask; slots_[place].entry != nullptr;
              place = (place + 1) & mask) {
-            const std::uint32_t distance = (place - slots_[place]->hash()) & mask;
+            const std::uint32_t distance = (place - slots_[place].hash) & mask;
             if (distance >= ((place - gap) & mask)) {
                 slots_[gap] = slots_[place];
                 gap = place;
             }
         }
-        slots_[gap] = nullptr;
+        slots_[gap] = {};
     }
 
     // Calls `use` with each entry, in no particular order.
     template <class Use>
     void forEach(Use&& use) const {
-        for (Entry* const entry : slots_)
-            if (entry != nullptr)
-                use(*entry);
+        for (const Slot& slot : slots_)
+            if (slot.entry != nullptr)
+                use(*slot.entry);
     }
 
     // Empties the table and hands the reference on each entry to `take`.
     template <class Take>
     void handOverEach(Take&& take) noexcept {
         count_ = 0;
-        for (Entry*& slot : slots_)
-            if (Entry* entry = std::exchange(slot, nullptr))
+        for (Slot& slot : slots_)
+            if (Entry* entry = std::exchange(slot.entry, nullptr))
                 take(entry);
     }
 
@@ -109,14 +115,14 @@ class NameTable {
     std::uint32_t placeOf(std::u16string_view name, std::uint32_t hash) const noexcept {
         const std::uint32_t mask = slots_.size() - 1;
         std::uint32_t place = hash & mask;
-        while (slots_[place] != nullptr &&
-               (slots_[place]->hash() != hash || !isSameName(name, slots_[place]->name())))
+        while (slots_[place].entry != nullptr &&
+               (slots_[place].hash != hash || !isSameName(name, slots_[place].entry->name())))
             place = (place + 1) & mask;
         return place;
     }
 
     // The same with room for one entry more.
-    Entry*& makeRoom(TreeMemory& memory, std::u16string_view name, std::uint32_t hash) {
+    Slot& makeRoom(TreeMemory& memory, std::u16string_view name, std::uint32_t hash) {
         if (count_ >= slots_.size() / 4 * 3)
             grow(memory);
         return slots_[placeOf(name, hash)];
@@ -125,19 +131,19 @@ class NameTable {
     void grow(TreeMemory& memory) {
         const std::uint32_t size = slots_.size();
         const std::uint32_t capacity = size == 0 ? kSmallest : std::max(kSecond, size * 2);
-        TreeArray<Entry*> slots(memory, capacity);
-        for (Entry* const entry : slots_) {
-            if (entry == nullptr)
+        TreeArray<Slot> slots(memory, capacity);
+        for (const Slot& slot : slots_) {
+            if (slot.entry == nullptr)
                 continue;
-            std::uint32_t place = entry->hash() & (capacity - 1);
-            while (slots[place] != nullptr)
+            std::uint32_t place = slot.hash & (capacity - 1);
+            while (slots[place].entry != nullptr)
                 place = (place + 1) & (capacity - 1);
-            slots[place] = entry;
+            slots[place] = slot;
         }
         slots_ = std::move(slots);
     }
 
-    TreeArray<Entry*> slots_;
+    TreeArray<Slot> slots_;
     std::uint32_t count_ = 0;
 };
 
