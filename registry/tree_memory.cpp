@@ -12,6 +12,10 @@ constexpr std::size_t kSmallestChunk = 1024;
 constexpr std::size_t kBiggestChunk = 64 * 1024;
 constexpr std::size_t kAlignment = alignof(void*);
 
+// More than a chunk has room for objects. While it is filled, it counts as so many users, so that
+// making an object needs no atomic step.
+constexpr std::uint32_t kFilling = 1U << 31;
+
 constexpr std::size_t roundUp(std::size_t size) {
     return (size + kAlignment - 1) / kAlignment * kAlignment;
 }
@@ -23,13 +27,13 @@ TreeMemory::Block TreeMemory::allocate(std::size_t size) {
     if (size > size_ - used_)
         openChunk(size);
     const Block block = {reinterpret_cast<char*>(chunk_) + used_, static_cast<Place>(used_)};
-    chunk_->users.fetch_add(1, std::memory_order_relaxed);
+    ++objects_;
     used_ += size;
     return block;
 }
 
 void TreeMemory::free(void* address, Place place) noexcept {
-    dropUser(reinterpret_cast<Chunk*>(static_cast<char*>(address) - place));
+    dropUsers(reinterpret_cast<Chunk*>(static_cast<char*>(address) - place), 1);
 }
 
 // An object that is too big for any chunk gets one to itself.
@@ -39,19 +43,20 @@ void TreeMemory::openChunk(std::size_t size) {
     const std::size_t chunkSize = std::max(next, kFirstPlace + size);
     void* memory = ::operator new(chunkSize);
     leaveChunk();
-    chunk_ = new (memory) Chunk{1};
+    chunk_ = new (memory) Chunk{kFilling};
     used_ = kFirstPlace;
     size_ = chunkSize;
+    objects_ = 0;
 }
 
 void TreeMemory::leaveChunk() noexcept {
     if (chunk_ != nullptr)
-        dropUser(chunk_);
+        dropUsers(chunk_, kFilling - objects_);
     chunk_ = nullptr;
 }
 
-void TreeMemory::dropUser(Chunk* chunk) noexcept {
-    if (chunk->users.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+void TreeMemory::dropUsers(Chunk* chunk, std::uint32_t count) noexcept {
+    if (chunk->users.fetch_sub(count, std::memory_order_acq_rel) == count) {
         chunk->~Chunk();
         ::operator delete(chunk);
     }

@@ -34,16 +34,17 @@ class TreeMemory {
 
   private:
     struct Chunk {
-        std::atomic<std::uint32_t> users; // objects, and the memory itself while it fills the chunk
+        std::atomic<std::uint32_t> users; // objects, and kFilling while it is filled
     };
 
     void openChunk(std::size_t size);
     void leaveChunk() noexcept;
-    static void dropUser(Chunk* chunk) noexcept;
+    static void dropUsers(Chunk* chunk, std::uint32_t count) noexcept;
 
     Chunk* chunk_ = nullptr;
     std::size_t used_ = 0;
     std::size_t size_ = 0;
+    std::uint32_t objects_ = 0; // made in this chunk; it counts them as users when it is left
 };
 
 // An array of its own place in a tree's memory, for elements that need no tearing down.
