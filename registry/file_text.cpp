@@ -2,6 +2,7 @@
 
 #include "platform/text.h"
 #include "registry/markup.h"
+#include "registry/plain_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,6 +10,30 @@
 namespace TARVO {
 
 namespace {
+
+// Copies the bytes if all of them are plain. There is room for one block of units more than that.
+template <ByteBlock (*isNotPlain)(ByteBlock)>
+bool copyIfPlain(std::string_view bytes, char16_t* units) noexcept {
+    unsigned marked = 0;
+    const auto copy = [&](const char* from, std::size_t to) {
+        const ByteBlock block = loadBlock(from);
+        copyBlock(block, units + to);
+        marked |= bitsOf(isNotPlain(block));
+    };
+    const std::size_t size = bytes.size();
+    if (size < kBlock) {
+        char block[kBlock];
+        std::ranges::fill(block, ' ');
+        bytes.copy(block, size);
+        copy(block, 0);
+        return marked == 0;
+    }
+    for (std::size_t i = 0; i + kBlock <= size; i += kBlock)
+        copy(bytes.data() + i, i);
+    // What is left over is done as a block that overlaps the one before.
+    copy(bytes.data() + size - kBlock, size - kBlock);
+    return marked == 0;
+}
 
 bool isFileName(std::u16string_view name) noexcept {
     return !name.empty() && std::ranges::none_of(name, [](char16_t unit) {
@@ -19,12 +44,12 @@ bool isFileName(std::u16string_view name) noexcept {
 } // namespace
 
 void FileText::decode(std::string_view bytes) {
-    if (takePlain<notPlain>(bytes) < bytes.size())
+    if (!copyIfPlain<notPlain>(bytes, prepare(bytes.size())))
         decodeWithCare(bytes);
 }
 
 bool FileText::decodeName(std::string_view bytes) {
-    if (takePlain<notPlainInName>(bytes) == bytes.size())
+    if (copyIfPlain<notPlainInName>(bytes, prepare(bytes.size())))
         return !bytes.empty();
     decodeWithCare(bytes);
     return isFileName(view());
@@ -41,8 +66,7 @@ void FileText::decodeWithCare(std::string_view bytes) {
     std::u16string_view text = converted_;
     if (bytes.find('\0') != std::string_view::npos)
         text = text.substr(0, text.find(u'\0'));
-    makeRoom(text.size());
-    size_ = text.copy(units_.get(), text.size());
+    text.copy(prepare(text.size()), text.size());
 }
 
 void FileText::swap(FileText& other) noexcept {
@@ -51,11 +75,16 @@ void FileText::swap(FileText& other) noexcept {
     std::swap(capacity_, other.capacity_);
 }
 
-void FileText::makeRoom(std::size_t units) {
-    if (units <= capacity_)
-        return;
-    units_ = std::make_unique_for_overwrite<char16_t[]>(2 * units);
-    capacity_ = 2 * units;
+// What stood there before is lost, and what stands there now is for the caller to say: unlike in a
+// string, nothing is cleared that is about to be overwritten.
+char16_t* FileText::prepare(std::size_t size) {
+    if (size + kBlock > capacity_) {
+        const std::size_t capacity = 2 * size + kBlock;
+        units_ = std::make_unique_for_overwrite<char16_t[]>(capacity);
+        capacity_ = capacity;
+    }
+    size_ = size;
+    return units_.get();
 }
 
 } // namespace TARVO

@@ -3,8 +3,6 @@
 // the first null character. The object is room that is used again from text to text.
 #pragma once
 
-#include "registry/plain_text.h"
-
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -24,19 +22,10 @@ class FileText {
     // empty, or holds a capital from A to Z, a separator or a control character.
     bool decodeName(std::string_view bytes);
 
-    // Takes the bytes in front of the first that isn't plain, and tells how many they are.
-    template <ByteBlock (*isNotPlain)(ByteBlock)>
-    std::size_t takePlain(std::string_view bytes) {
-        makeRoom(bytes.size() + kBlock);
-        size_ = copyPlain<isNotPlain>(bytes, units_.get());
-        return size_;
-    }
-
     void swap(FileText& other) noexcept;
 
   private:
-    // What stood there before is lost, and nothing is cleared that is about to be overwritten.
-    void makeRoom(std::size_t units);
+    char16_t* prepare(std::size_t size);
     void decodeWithCare(std::string_view bytes);
 
     std::unique_ptr<char16_t[]> units_;

@@ -37,7 +37,9 @@ class MarkupScanner {
 
     // Takes the next tag, and the rest of a value's element with it, if it is in the form in which
     // the system writes. False if it isn't, and nothing is taken.
-    bool nextWritten(WrittenElement& element) { return readWritten(bytes_, position_, element); }
+    bool nextWritten(WrittenElement& element) noexcept {
+        return readWritten(bytes_, position_, element);
+    }
 
     // What stands behind the last tag found.
     std::string_view rest() const noexcept { return bytes_.substr(position_); }

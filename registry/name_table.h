@@ -67,6 +67,17 @@ class NameTable {
         slot.entry = entry.detach();
     }
 
+    // Puts an entry in, unless there is one of its name already.
+    bool insertNew(TreeMemory& memory, tarvo::Reference<Entry> entry) {
+        Slot& slot = makeRoom(memory, entry->name(), entry->hash());
+        if (slot.entry != nullptr)
+            return false;
+        ++count_;
+        slot.hash = entry->hash();
+        slot.entry = entry.detach();
+        return true;
+    }
+
     // Takes out the entry of a name, if there is one.
     void remove(std::u16string_view name) noexcept {
         if (count_ == 0)

@@ -56,22 +56,38 @@ inline void copyBlock(ByteBlock bytes, char16_t* units) noexcept {
     _mm_storeu_si128(target + 1, _mm_unpackhi_epi8(bytes, zero));
 }
 
-// Copies the plain bytes at the front and tells how many they are. There must be room for one block
-// of units more than there are bytes.
-template <ByteBlock (*isNotPlain)(ByteBlock)>
-std::size_t copyPlain(std::string_view bytes, char16_t* units) noexcept {
-    std::size_t i = 0;
-    const auto copyNext = [&](const char* from) {
-        const ByteBlock block = loadBlock(from);
-        copyBlock(block, units + i);
-        return bitsOf(isNotPlain(block));
-    };
-    for (; i + kBlock <= bytes.size(); i += kBlock)
-        if (const unsigned marked = copyNext(bytes.data() + i))
-            return i + static_cast<std::size_t>(std::countr_zero(marked));
-    char last[kBlock] = {}; // what isn't copied to is null characters, which aren't plain
-    bytes.copy(last, kBlock, i);
-    return i + static_cast<std::size_t>(std::countr_zero(copyNext(last)));
+// The bytes of a plain text that stands among others: they can be read to the end of the last
+// block.
+class PlainText {
+  public:
+    PlainText() noexcept = default;
+    explicit PlainText(std::string_view bytes) noexcept : bytes_(bytes) {}
+
+    std::string_view bytes() const noexcept { return bytes_; }
+    std::size_t size() const noexcept { return bytes_.size(); }
+
+  private:
+    std::string_view bytes_;
+};
+
+// Copies a text to as many units, and what stands behind it to the end of the last block.
+inline void copyBlocks(PlainText text, char16_t* units) noexcept {
+    for (std::size_t i = 0; i < text.size(); i += kBlock)
+        copyBlock(loadBlock(text.bytes().data() + i), units + i);
+}
+
+// Takes the bytes in front of the first that `marks` marks. False if none is marked in the whole
+// blocks that there are. So what is taken can be read to the end of its last block.
+template <ByteBlock (*marks)(ByteBlock)>
+bool takeUntil(std::string_view& bytes, std::string_view& taken) noexcept {
+    for (std::size_t i = 0; i + kBlock <= bytes.size(); i += kBlock) {
+        if (const unsigned marked = bitsOf(marks(loadBlock(bytes.data() + i)))) {
+            taken = bytes.substr(0, i + static_cast<std::size_t>(std::countr_zero(marked)));
+            bytes.remove_prefix(taken.size());
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace TARVO

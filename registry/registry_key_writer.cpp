@@ -78,13 +78,12 @@ TarvoRegistry& TarvoRegistryKeyWriter::writableNode() {
 }
 
 Reference<TarvoRegistry> TarvoRegistryKeyWriter::makeNode(std::u16string_view name) {
-    return TarvoRegistry::make(state_->memory, name, hashOfFoldedName(name), state_->edition);
+    return TarvoRegistry::make(state_->memory, name, state_->edition);
 }
 
 void TarvoRegistryKeyWriter::storeValue(const std::u16string& name, const RegistryValue& value) {
-    writableNode().values.insert(state_->memory,
-                                 NamedValue::make(state_->memory, name, hashOfFoldedName(name),
-                                                  value.type, value.integer, value.text));
+    writableNode().values.insert(state_->memory, NamedValue::make(state_->memory, name, value.type,
+                                                                  value.integer, value.text));
 }
 
 // ---- keys ----

@@ -58,15 +58,19 @@ bool readInteger(std::u16string_view text, std::int32_t& number) noexcept {
     return true;
 }
 
+constexpr const char* kSecondValue = "a value of this name stands in its key already";
+constexpr const char* kWrongContent = "a value's content isn't of its type";
+
 std::optional<RegistryValueType> typeNamed(std::string_view text) {
-    if (text == "string")
-        return RegistryValueType::string;
-    if (text == "empty")
-        return RegistryValueType::empty;
-    if (text == "integer")
-        return RegistryValueType::integer;
-    if (text == "uuid")
-        return RegistryValueType::uuid;
+    constexpr std::pair<std::string_view, RegistryValueType> kTypes[] = {
+        {"string", RegistryValueType::string},
+        {"empty", RegistryValueType::empty},
+        {"integer", RegistryValueType::integer},
+        {"uuid", RegistryValueType::uuid},
+    };
+    for (const auto& [name, type] : kTypes)
+        if (text == name)
+            return type;
     return std::nullopt;
 }
 
@@ -88,11 +92,12 @@ RegistryParser::RegistryParser(tarvo::Reference<TarvoRegistry> root, std::u16str
 // A tag ends at the first > behind its start, so the tags that a piece shows are the file's own.
 ParseOutcome RegistryParser::parse(std::string_view bytes) {
     MarkupScanner scanner(bytes);
+    WrittenElement written;
     MarkupTag tag;
     ParseOutcome outcome = ParseOutcome::complete;
     while (outcome == ParseOutcome::complete) {
-        if (fillsTree() && scanner.nextWritten(written_)) {
-            outcome = takeWritten();
+        if (fillsTree() && scanner.nextWritten(written)) {
+            outcome = takeWritten(written);
         } else if (scanner.next(tag)) {
             takeText(tag.textBefore);
             if (tag.isElement)
@@ -105,16 +110,23 @@ ParseOutcome RegistryParser::parse(std::string_view bytes) {
     return outcome;
 }
 
-ParseOutcome RegistryParser::takeWritten() {
-    const std::size_t place = taken_ + written_.position;
-    if (written_.isKey) {
+// What needs no conversion goes straight into the tree.
+ParseOutcome RegistryParser::takeWritten(const WrittenElement& element) {
+    const std::size_t place = taken_ + element.position;
+    if (element.isKey) {
         elements_.emplace_back("key");
-        return openKey(written_.name.view(), place);
+        return addKey(TarvoRegistry::make(memory_, element.name, root_->edition()), place);
     }
-    const ParseOutcome outcome = openValue(written_.name, written_.type, place);
+    if (element.type == RegistryValueType::empty)
+        return addValue(NamedValue::make(memory_, element.name, element.type, PlainText()), place);
+    if (element.type == RegistryValueType::string && element.isPlain)
+        return addValue(
+            NamedValue::make(memory_, element.name, element.type, PlainText(element.text)), place);
+    scratch_.decodeName(element.name.bytes());
+    const ParseOutcome outcome = openValue(element.type, place);
     if (outcome != ParseOutcome::complete)
         return outcome;
-    takeContent(written_.text);
+    takeText(element.text);
     return endValue(place);
 }
 
@@ -127,26 +139,23 @@ ParseOutcome RegistryParser::takeElement(const MarkupTag& tag) {
     return outcome;
 }
 
+// A text takes the place of the one before it: a comment inside a value cuts it, and so does an
+// element.
 void RegistryParser::takeText(std::string_view bytes) {
     if (!inValue_ || bytes.empty())
         return;
-    scratch_.decode(bytes);
-    takeContent(scratch_);
-}
-
-// A text takes the place of the one before it: a comment inside a value cuts it, and so does an
-// element.
-void RegistryParser::takeContent(FileText& text) noexcept {
     switch (valueType_) {
     case RegistryValueType::string:
-        valueText_.swap(text);
+        valueText_.decode(bytes);
         break;
     case RegistryValueType::integer:
-        valueValid_ = readInteger(text.view(), valueInteger_);
+        scratch_.decode(bytes);
+        valueValid_ = readInteger(scratch_.view(), valueInteger_);
         break;
     case RegistryValueType::uuid:
-        if (isUUIDText(text.view())) {
-            valueText_.swap(text);
+        scratch_.decode(bytes);
+        if (isUUIDText(scratch_.view())) {
+            valueText_.swap(scratch_);
             valueValid_ = true;
         }
         break;
@@ -192,17 +201,14 @@ ParseOutcome RegistryParser::startKey(const MarkupTag& tag) {
     if (!scratch_.decodeName(*name))
         return fail(placeOf(tag), "a key's name is empty or holds a capital letter, a separator or "
                                   "a control character");
-    return openKey(scratch_.view(), placeOf(tag));
+    return addKey(TarvoRegistry::make(memory_, scratch_.view(), root_->edition()), placeOf(tag));
 }
 
-ParseOutcome RegistryParser::openKey(std::u16string_view name, std::size_t place) {
-    const std::uint32_t hash = hashOfFoldedName(name);
-    NameTable<TarvoRegistry>& siblings = nodes_.back()->subKeys;
-    if (siblings.find(name, hash) != nullptr)
+ParseOutcome RegistryParser::addKey(tarvo::Reference<TarvoRegistry> key, std::size_t place) {
+    TarvoRegistry* const node = key.get();
+    if (!nodes_.back()->subKeys.insertNew(memory_, std::move(key)))
         return fail(place, "a key of this name stands here already");
-    auto key = TarvoRegistry::make(memory_, name, hash, root_->edition());
-    nodes_.push_back(key.get());
-    siblings.insert(memory_, std::move(key));
+    nodes_.push_back(node);
     return ParseOutcome::complete;
 }
 
@@ -215,22 +221,27 @@ ParseOutcome RegistryParser::startValue(const MarkupTag& tag) {
                                   "or a control character");
     if (!attributes.type)
         return fail(placeOf(tag), "a value has no 'type' attribute");
-    return openValue(scratch_, *attributes.type, placeOf(tag));
+    const auto type = readType(*attributes.type);
+    if (!type)
+        return fail(placeOf(tag), "a value's type is none of string, integer, uuid and empty");
+    return openValue(*type, placeOf(tag));
 }
 
-ParseOutcome RegistryParser::openValue(FileText& name, std::string_view typeBytes,
-                                       std::size_t place) {
-    const std::uint32_t hash = hashOfFoldedName(name.view());
-    if (nodes_.back()->values.find(name.view(), hash) != nullptr)
-        return fail(place, "a value of this name stands in its key already");
-    const auto type = readType(typeBytes);
-    if (!type)
-        return fail(place, "a value's type is none of string, integer, uuid and empty");
-    beginValue(*type);
-    valueName_.swap(name);
-    valueHash_ = hash;
+// The name is that in `scratch_`.
+ParseOutcome RegistryParser::openValue(RegistryValueType type, std::size_t place) {
+    if (nodes_.back()->values.find(scratch_.view()) != nullptr)
+        return fail(place, kSecondValue);
+    beginValue(type);
+    valueName_.swap(scratch_);
     valuePlace_ = place;
     inValue_ = true;
+    return ParseOutcome::complete;
+}
+
+ParseOutcome RegistryParser::addValue(tarvo::Reference<NamedValue> value, std::size_t place) {
+    lastValue_ = value.get();
+    if (!nodes_.back()->values.insertNew(memory_, std::move(value)))
+        return fail(place, kSecondValue);
     return ParseOutcome::complete;
 }
 
@@ -265,12 +276,16 @@ ParseOutcome RegistryParser::end(const MarkupTag& tag) {
 }
 
 ParseOutcome RegistryParser::endValue(std::size_t place) {
-    const bool wasInValue = std::exchange(inValue_, false);
-    if (!valueValid_)
-        return fail(wasInValue ? valuePlace_ : place, "a value's content isn't of its type");
-    nodes_.back()->values.insert(memory_,
-                                 NamedValue::make(memory_, valueName_.view(), valueHash_,
-                                                  valueType_, valueInteger_, valueText_.view()));
+    if (std::exchange(inValue_, false)) {
+        if (!valueValid_)
+            return fail(valuePlace_, kWrongContent);
+        return addValue(NamedValue::make(memory_, valueName_.view(), valueType_, valueInteger_,
+                                         valueText_.view()),
+                        valuePlace_);
+    }
+    if (lastValue_ == nullptr)
+        return fail(place, kWrongContent);
+    nodes_.back()->values.insert(memory_, tarvo::Reference<NamedValue>::share(lastValue_));
     return ParseOutcome::complete;
 }
 

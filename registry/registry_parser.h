@@ -56,18 +56,18 @@ class RegistryParser {
     const MarkupFault& fault() const noexcept { return fault_; }
 
   private:
-    ParseOutcome takeWritten();
+    ParseOutcome takeWritten(const WrittenElement& element);
     ParseOutcome takeElement(const MarkupTag& tag);
     ParseOutcome start(const MarkupTag& tag);
     ParseOutcome startRegistry(const MarkupTag& tag);
     ParseOutcome startKey(const MarkupTag& tag);
-    ParseOutcome openKey(std::u16string_view name, std::size_t place);
     ParseOutcome startValue(const MarkupTag& tag);
-    ParseOutcome openValue(FileText& name, std::string_view typeBytes, std::size_t place);
+    ParseOutcome openValue(RegistryValueType type, std::size_t place);
     ParseOutcome end(const MarkupTag& tag);
     ParseOutcome endValue(std::size_t place);
+    ParseOutcome addKey(tarvo::Reference<TarvoRegistry> key, std::size_t place);
+    ParseOutcome addValue(tarvo::Reference<NamedValue> value, std::size_t place);
     void takeText(std::string_view bytes);
-    void takeContent(FileText& text) noexcept;
     void beginValue(RegistryValueType type) noexcept;
     bool fillsTree() const noexcept { return inRegistry_ && !inValue_ && skipDepth_ == 0; }
     std::size_t placeOf(const MarkupTag& tag) const noexcept { return taken_ + tag.position; }
@@ -78,15 +78,14 @@ class RegistryParser {
     std::vector<std::string> elements_; // the names of the open tags
 
     TreeMemory memory_;
-    WrittenElement written_;
 
     RegistryValueType valueType_ = RegistryValueType::empty; // the value being read
     std::int32_t valueInteger_ = 0;
     FileText valueText_;
     FileText valueName_;
-    std::uint32_t valueHash_ = 0;
     std::size_t valuePlace_ = 0; // in the file
 
+    NamedValue* lastValue_ = nullptr; // that was stored
     bool inRegistry_ = false;
     bool inValue_ = false;
     bool valueValid_ = false;

@@ -16,6 +16,12 @@ char16_t* putUnits(char16_t* target, std::u16string_view text) noexcept {
     return target + text.size();
 }
 
+char16_t* putUnits(char16_t* target, PlainText text) noexcept {
+    static_assert(TreeMemory::kSlack >= kBlock * sizeof(char16_t));
+    copyBlocks(text, target);
+    return target + text.size();
+}
+
 // Takes one reference away and tells whether it was the last. The only holder need not ask others.
 bool dropReference(std::atomic<std::uint32_t>& references) noexcept {
     return references.load(std::memory_order_acquire) == 1 ||
@@ -24,21 +30,32 @@ bool dropReference(std::atomic<std::uint32_t>& references) noexcept {
 
 } // namespace
 
-tarvo::Reference<NamedValue> NamedValue::make(TreeMemory& memory, std::u16string_view name,
-                                              std::uint32_t hash, RegistryValueType type,
-                                              std::int32_t integer, std::u16string_view text) {
+template <class Text>
+NamedValue* NamedValue::makeOf(TreeMemory& memory, Text name, RegistryValueType type, Text text) {
     const std::size_t units = name.size() + text.size() + 1;
     const auto block = memory.allocate(sizeof(NamedValue) + units * sizeof(char16_t));
     auto* value = new (block.address) NamedValue;
-    value->place_ = block.place;
-    value->hash_ = hash;
-    value->nameLength_ = static_cast<std::uint32_t>(name.size());
-    value->textLength_ = static_cast<std::uint32_t>(text.size());
-    value->type_ = type;
-    value->integer_ = integer;
     char16_t* end = putUnits(reinterpret_cast<char16_t*>(value + 1), name);
     *putUnits(end, text) = u'\0';
+    value->place_ = block.place;
+    value->nameLength_ = static_cast<std::uint32_t>(name.size());
+    value->textLength_ = static_cast<std::uint32_t>(text.size());
+    value->hash_ = hashOfFoldedName(value->name());
+    value->type_ = type;
+    return value;
+}
+
+tarvo::Reference<NamedValue> NamedValue::make(TreeMemory& memory, std::u16string_view name,
+                                              RegistryValueType type, std::int32_t integer,
+                                              std::u16string_view text) {
+    NamedValue* value = makeOf(memory, name, type, text);
+    value->integer_ = integer;
     return tarvo::Reference<NamedValue>::adopt(value);
+}
+
+tarvo::Reference<NamedValue> NamedValue::make(TreeMemory& memory, PlainText name,
+                                              RegistryValueType type, PlainText text) {
+    return tarvo::Reference<NamedValue>::adopt(makeOf(memory, name, type, text));
 }
 
 void NamedValue::release() noexcept {
@@ -49,27 +66,36 @@ void NamedValue::release() noexcept {
     TreeMemory::free(this, place);
 }
 
-TarvoRegistry::TarvoRegistry(std::u16string_view name, std::uint32_t hash, Edition edition,
-                             TreeMemory::Place place) noexcept
-    : place_(place), hash_(hash), nameLength_(static_cast<std::uint32_t>(name.size())),
-      edition_(edition) {
-    putUnits(reinterpret_cast<char16_t*>(this + 1), name);
+template <class Text>
+tarvo::Reference<TarvoRegistry> TarvoRegistry::makeOf(TreeMemory& memory, Text name,
+                                                      Edition edition) {
+    const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
+    auto* node = new (block.address) TarvoRegistry;
+    putUnits(reinterpret_cast<char16_t*>(node + 1), name);
+    node->place_ = block.place;
+    node->nameLength_ = static_cast<std::uint32_t>(name.size());
+    node->hash_ = hashOfFoldedName(node->name());
+    node->edition_ = edition;
+    return tarvo::Reference<TarvoRegistry>::adopt(node);
 }
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::make(TreeMemory& memory, std::u16string_view name,
-                                                    std::uint32_t hash, Edition edition) {
-    const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
-    return tarvo::Reference<TarvoRegistry>::adopt(
-        new (block.address) TarvoRegistry(name, hash, edition, block.place));
+                                                    Edition edition) {
+    return makeOf(memory, name, edition);
+}
+
+tarvo::Reference<TarvoRegistry> TarvoRegistry::make(TreeMemory& memory, PlainText name,
+                                                    Edition edition) {
+    return makeOf(memory, name, edition);
 }
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::makeRoot(Edition edition) {
     TreeMemory memory;
-    return make(memory, {}, hashOfFoldedName({}), edition);
+    return make(memory, std::u16string_view(), edition);
 }
 
 tarvo::Reference<TarvoRegistry> TarvoRegistry::copy(TreeMemory& memory, Edition edition) const {
-    auto node = make(memory, name(), hash_, edition);
+    auto node = make(memory, name(), edition);
     node->subKeys.copyFrom(memory, subKeys);
     node->values.copyFrom(memory, values);
     return node;

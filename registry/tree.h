@@ -7,6 +7,7 @@
 #pragma once
 
 #include "registry/name_table.h"
+#include "registry/plain_text.h"
 #include "registry/tree_memory.h"
 #include "tarvo/reference.hpp"
 
@@ -29,10 +30,12 @@ struct RegistryValue {
 // A value in the tree, with its name. Never changed.
 class NamedValue {
   public:
-    // `name` is folded, and `hash` is that of it. The other arguments are as in RegistryValue.
+    // `name` is folded. The other arguments are as in RegistryValue.
     static tarvo::Reference<NamedValue> make(TreeMemory& memory, std::u16string_view name,
-                                             std::uint32_t hash, RegistryValueType type,
-                                             std::int32_t integer, std::u16string_view text);
+                                             RegistryValueType type, std::int32_t integer,
+                                             std::u16string_view text);
+    static tarvo::Reference<NamedValue> make(TreeMemory& memory, PlainText name,
+                                             RegistryValueType type, PlainText text);
     NamedValue(const NamedValue&) = delete;
     NamedValue& operator=(const NamedValue&) = delete;
 
@@ -50,6 +53,9 @@ class NamedValue {
   private:
     NamedValue() noexcept = default;
     ~NamedValue() = default;
+
+    template <class Text>
+    static NamedValue* makeOf(TreeMemory& memory, Text name, RegistryValueType type, Text text);
 
     // The units of the name and then of the text stand behind the object.
     const char16_t* units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
@@ -71,9 +77,11 @@ constexpr Edition kNoEdition = 0;
 // One key of the tree.
 class TarvoRegistry {
   public:
-    // `name` is folded, and `hash` is that of it. A root has the empty name.
+    // `name` is folded. A root has the empty name.
     static tarvo::Reference<TarvoRegistry> make(TreeMemory& memory, std::u16string_view name,
-                                                std::uint32_t hash, Edition edition);
+                                                Edition edition);
+    static tarvo::Reference<TarvoRegistry> make(TreeMemory& memory, PlainText name,
+                                                Edition edition);
     static tarvo::Reference<TarvoRegistry> makeRoot(Edition edition = kNoEdition);
 
     // A node of the same name with tables of its own that share this one's values and sub-keys.
@@ -95,15 +103,17 @@ class TarvoRegistry {
     NameTable<NamedValue> values;
 
   private:
-    TarvoRegistry(std::u16string_view name, std::uint32_t hash, Edition edition,
-                  TreeMemory::Place place) noexcept;
+    TarvoRegistry() noexcept = default;
     ~TarvoRegistry() = default;
 
+    template <class Text>
+    static tarvo::Reference<TarvoRegistry> makeOf(TreeMemory& memory, Text name, Edition edition);
+
     std::atomic<std::uint32_t> references_ = 1;
-    TreeMemory::Place place_;
-    std::uint32_t hash_;
-    std::uint32_t nameLength_;
-    Edition edition_;
+    TreeMemory::Place place_ = 0;
+    std::uint32_t hash_ = 0;
+    std::uint32_t nameLength_ = 0;
+    Edition edition_ = kNoEdition;
     TarvoRegistry* nextToDestroy_ = nullptr;
 };
 

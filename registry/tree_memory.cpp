@@ -39,13 +39,13 @@ void TreeMemory::free(void* address, Place place) noexcept {
 // An object that is too big for any chunk gets one to itself.
 void TreeMemory::openChunk(std::size_t size) {
     constexpr std::size_t kFirstPlace = roundUp(sizeof(Chunk));
-    const std::size_t next = std::clamp(size_ * 2, kSmallestChunk, kBiggestChunk);
-    const std::size_t chunkSize = std::max(next, kFirstPlace + size);
+    const std::size_t next = std::clamp(2 * (size_ + kSlack), kSmallestChunk, kBiggestChunk);
+    const std::size_t chunkSize = std::max(next, kFirstPlace + size + kSlack);
     void* memory = ::operator new(chunkSize);
     leaveChunk();
     chunk_ = new (memory) Chunk{kFilling};
     used_ = kFirstPlace;
-    size_ = chunkSize;
+    size_ = chunkSize - kSlack;
     objects_ = 0;
 }
 

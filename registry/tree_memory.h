@@ -26,7 +26,9 @@ class TreeMemory {
     TreeMemory& operator=(const TreeMemory&) = delete;
     ~TreeMemory() { leaveChunk(); }
 
-    // Room for an object of the alignment of a pointer. One thread at a time.
+    // Room for an object of the alignment of a pointer. Until the next is made, it may write as
+    // much as kSlack bytes beyond. One thread at a time.
+    static constexpr std::size_t kSlack = 32;
     Block allocate(std::size_t size);
 
     // Gives an object's room back. Any thread.

@@ -1,89 +1,80 @@
 #include "registry/written_element.h"
 
-#include <bit>
-
 namespace TARVO {
 
 namespace {
 
-// What is still to be read of the bytes.
-class Cursor {
-  public:
-    explicit Cursor(std::string_view bytes) noexcept : rest_(bytes) {}
+ByteBlock tagStart(ByteBlock bytes) noexcept {
+    return whereEqual(bytes, '<');
+}
 
-    std::string_view rest() const noexcept { return rest_; }
-
-    bool skip(std::string_view expected) noexcept {
-        if (!rest_.starts_with(expected))
-            return false;
-        rest_.remove_prefix(expected.size());
-        return true;
-    }
-
-    // Takes what stands in front of the first `end`. It is so near as a rule that calling the
-    // view's own `find` would be most of the work.
-    bool takeFront(char end, std::string_view& taken) noexcept {
-        for (std::size_t i = 0; i + kBlock <= rest_.size(); i += kBlock) {
-            if (const unsigned found = bitsOf(whereEqual(loadBlock(rest_.data() + i), end))) {
-                taken = rest_.substr(0, i + static_cast<std::size_t>(std::countr_zero(found)));
-                rest_.remove_prefix(taken.size());
-                return true;
-            }
-        }
+bool skip(std::string_view& rest, std::string_view expected) noexcept {
+    if (!rest.starts_with(expected))
         return false;
-    }
+    rest.remove_prefix(expected.size());
+    return true;
+}
 
-    // Takes a name of plain bytes.
-    bool takeName(FileText& name) {
-        const std::size_t size = name.takePlain<notPlainInName>(rest_.substr(0, kNear));
-        rest_.remove_prefix(size);
-        return size > 0;
-    }
-
-    // Takes the text in front of the next <.
-    bool takeText(FileText& text) {
-        std::size_t size = text.takePlain<notPlain>(rest_.substr(0, kNear));
-        if (!rest_.substr(size).starts_with('<')) {
-            size = rest_.find('<', size);
-            if (size == std::string_view::npos)
-                return false;
-            text.decode(rest_.substr(0, size));
-        }
-        rest_.remove_prefix(size);
-        return true;
-    }
-
-  private:
-    static constexpr std::size_t kNear = 1024; // as far as names and texts reach as a rule
-
-    std::string_view rest_;
-};
-
-// `cursor` stands behind the name of a value.
-bool readTypeAndText(Cursor& cursor, WrittenElement& element) {
-    if (!cursor.skip("\" type=\"") || !cursor.takeFront('"', element.type))
+bool readName(std::string_view& rest, WrittenElement& element) noexcept {
+    std::string_view name;
+    if (!takeUntil<notPlainInName>(rest, name) || name.empty())
         return false;
-    element.text.clear();
-    return cursor.skip("\"/>") ||
-           (cursor.skip("\">") && cursor.takeText(element.text) && cursor.skip("</value>"));
+    element.name = PlainText(name);
+    return true;
+}
+
+bool readText(std::string_view& rest, WrittenElement& element) noexcept {
+    const std::string_view start = rest;
+    if (!takeUntil<notPlain>(rest, element.text))
+        return false;
+    element.isPlain = rest.front() == '<';
+    if (element.isPlain)
+        return true;
+    const std::size_t size = start.find('<', element.text.size());
+    if (size == std::string_view::npos)
+        return false;
+    element.text = start.substr(0, size);
+    rest = start.substr(size);
+    return true;
+}
+
+// Of a value that has a text.
+bool skipType(std::string_view& rest, RegistryValueType& type) noexcept {
+    if (skip(rest, "\" type=\"string\">"))
+        type = RegistryValueType::string;
+    else if (skip(rest, "\" type=\"integer\">"))
+        type = RegistryValueType::integer;
+    else if (skip(rest, "\" type=\"uuid\">"))
+        type = RegistryValueType::uuid;
+    else
+        return false;
+    return true;
+}
+
+// `rest` begins behind the name of a value.
+bool readTypeAndText(std::string_view& rest, WrittenElement& element) noexcept {
+    if (skipType(rest, element.type))
+        return readText(rest, element) && skip(rest, "</value>");
+    element.type = RegistryValueType::empty;
+    return skip(rest, "\" type=\"empty\"/>");
 }
 
 } // namespace
 
-bool readWritten(std::string_view bytes, std::size_t& position, WrittenElement& element) {
-    Cursor cursor(bytes.substr(position));
+bool readWritten(std::string_view bytes, std::size_t& position, WrittenElement& element) noexcept {
+    std::string_view rest = bytes.substr(position);
     std::string_view ignored;
-    if (!cursor.takeFront('<', ignored))
+    if (!takeUntil<tagStart>(rest, ignored))
         return false;
     element.position = position + ignored.size();
-    element.isKey = cursor.skip("<key name=\"");
-    if (!element.isKey && !cursor.skip("<value name=\""))
+    element.isKey = skip(rest, "<key name=\"");
+    if (!element.isKey && !skip(rest, "<value name=\""))
         return false;
-    if (!cursor.takeName(element.name))
+    if (!readName(rest, element))
         return false;
-    if (element.isKey ? !cursor.skip("\">") : !readTypeAndText(cursor, element))
+    if (element.isKey ? !skip(rest, "\">") : !readTypeAndText(rest, element))
         return false;
-    position = bytes.size() - cursor.rest().size();
+    position = bytes.size() - rest.size();
     return true;
 }
 

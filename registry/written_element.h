@@ -8,25 +8,28 @@
 // the form is left to the scanner of the whole language.
 #pragma once
 
-#include "registry/file_text.h"
+#include "registry/plain_text.h"
+#include "registry/tree.h"
 
 #include <cstddef>
 #include <string_view>
 
 namespace TARVO {
 
-// The start of a key, or a whole value. The object is used again from element to element.
+// The start of a key, or a whole value. Views of the file's bytes.
 struct WrittenElement {
     std::size_t position = 0; // of the element's <
     bool isKey = false;       // else a value
-    FileText name;
-    std::string_view type; // of a value; its bytes
-    FileText text;         // of a value
+    PlainText name;
+    // Of a value:
+    RegistryValueType type = RegistryValueType::empty;
+    std::string_view text;
+    bool isPlain = false; // whether the text is
 };
 
 // Reads the element that the next < from `position` on begins, and moves `position` behind it.
 // False if that is nothing in this form, or so close to the end of the bytes that the scanner had
 // better see to it.
-bool readWritten(std::string_view bytes, std::size_t& position, WrittenElement& element);
+bool readWritten(std::string_view bytes, std::size_t& position, WrittenElement& element) noexcept;
 
 } // namespace TARVO

@@ -12,8 +12,7 @@ using namespace TARVO;
 
 tarvo::Reference<NamedValue> makeValue(TreeMemory& memory, std::u16string_view name,
                                        std::int32_t number) {
-    return NamedValue::make(memory, name, hashOfName(name), RegistryValueType::integer, number,
-                            u"text");
+    return NamedValue::make(memory, name, RegistryValueType::integer, number, u"text");
 }
 
 TEST(FoldedName, FoldsTheLettersAToZAlone) {
@@ -76,15 +75,13 @@ TEST(NameTable, HoldsWhatWasPutInLast) {
 TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(memory,
-                         TarvoRegistry::make(memory, u"child", hashOfName(u"child"), kNoEdition));
+    root->subKeys.insert(memory, TarvoRegistry::make(memory, u"child", kNoEdition));
     root->values.insert(memory, makeValue(memory, u"value", 1));
     const auto copy = root->copy(memory, kNoEdition);
     EXPECT_EQ(copy->subKeys.find(u"CHILD"), root->subKeys.find(u"child"));
     EXPECT_EQ(copy->values.find(u"value"), root->values.find(u"Value"));
     root->values.insert(memory, makeValue(memory, u"value", 2));
-    root->subKeys.insert(memory,
-                         TarvoRegistry::make(memory, u"other", hashOfName(u"other"), kNoEdition));
+    root->subKeys.insert(memory, TarvoRegistry::make(memory, u"other", kNoEdition));
     EXPECT_EQ(copy->values.find(u"value")->integer(), 1);
     EXPECT_EQ(copy->subKeys.find(u"other"), nullptr);
 }
@@ -92,7 +89,7 @@ TEST(TarvoRegistry, ACopyHasTablesOfItsOwnAndSharesWhatTheyHold) {
 TEST(TarvoRegistry, FindsNothingBelowAnEmptyComponent) {
     TreeMemory memory;
     const auto root = TarvoRegistry::makeRoot();
-    root->subKeys.insert(memory, TarvoRegistry::make(memory, u"a", hashOfName(u"a"), kNoEdition));
+    root->subKeys.insert(memory, TarvoRegistry::make(memory, u"a", kNoEdition));
     EXPECT_EQ(findKey(root.get(), nullptr), root.get());
     EXPECT_EQ(findKey(root.get(), u""), nullptr);
     EXPECT_EQ(findKey(root.get(), u"a/"), root->subKeys.find(u"a"));
