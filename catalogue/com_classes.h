@@ -5,7 +5,6 @@
 #include "catalogue/com_details.h"
 
 #include <functional>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -26,11 +25,13 @@ using UUIDSet = std::unordered_set<tarvo::UUID, UUIDHash>;
 struct FoundPMC {
     tarvo::UUID uuid;
     Reference<IVaskPMCRegistrationDetails> details;
+    COMPMCRegistrationDetails* comClass = nullptr; // the same details, if they are those of a class
 };
 
 template <class T>
-FoundPMC foundPMC(T& details) {
-    return {details.uuid(), Reference<IVaskPMCRegistrationDetails>::share(details.details())};
+FoundPMC foundPMC(T& details, COMPMCRegistrationDetails* comClass = nullptr) {
+    return {details.uuid(), Reference<IVaskPMCRegistrationDetails>::share(details.details()),
+            comClass};
 }
 
 // The class of a ProgID, if there is one in either view.
@@ -39,16 +40,12 @@ std::optional<UUID> classOfProgId(const char16_t* progId, ValueBuffer& buffer);
 // The class of an identifier; null if neither view has it, or it can't be used.
 Reference<COMPMCRegistrationDetails> findCOMClass(const UUID& uuid, ValueBuffer& buffer);
 
-// Tells whether a class, named by its key below the key of all classes, is wanted.
-using IsWanted = std::function<bool(const platform::SystemKey& classes, const char16_t* name,
-                                    platform::RegistryView view)>;
+// Tells whether a class is wanted, by a key below its own.
+using IsWanted = std::function<bool(const platform::SystemKey& key)>;
 
-// Adds the classes that are wanted, can be used and don't have one of the `hidden` identifiers.
-void findCOMClasses(const IsWanted& isWanted, const UUIDSet& hidden, ValueBuffer& buffer,
+// Adds to the components found so far the classes that have a key at the path `below`, are wanted
+// for it, can be used and have another identifier than those.
+void findCOMClasses(std::u16string_view below, const IsWanted& isWanted, ValueBuffer& buffer,
                     std::vector<FoundPMC>& found);
-
-// Whether a class implements one of some categories.
-bool implementsAnyOf(const UUIDSet& wanted, const platform::SystemKey& classes,
-                     const char16_t* name, platform::RegistryView view);
 
 } // namespace TARVO

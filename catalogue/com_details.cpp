@@ -2,7 +2,6 @@
 
 #include "catalogue/names.h"
 #include "core/lower_case.h"
-#include "platform/text.h"
 #include "registry/registry_key.h"
 
 #include <algorithm>
@@ -15,6 +14,7 @@ using platform::SystemKey;
 COMPMCRegistrationDetails::COMPMCRegistrationDetails(const UUID& uuid, const SystemKey& key,
                                                      ValueBuffer& buffer)
     : PMCRegistrationDetailsImpl(uuid) {
+    texts_.reserve(240);
     readDescription(key, buffer);
     readNames(key, buffer);
     readThreadingModel(key, buffer);
@@ -27,46 +27,45 @@ void COMPMCRegistrationDetails::addView(RegistryView view) noexcept {
 
 // ---- reading the class ----
 
+void COMPMCRegistrationDetails::keep(std::optional<std::u16string_view> read, Text& text) {
+    if (!read)
+        return;
+    text = {texts_.size(), read->size()};
+    texts_.append(*read);
+}
+
 // COM classes of the first versions follow what the standard's version 1.2 says of components.
 void COMPMCRegistrationDetails::readDescription(const SystemKey& key, ValueBuffer& buffer) {
     const SystemKey texts = key.open(u"VaskDescription");
-    readText(texts, u"Name", buffer, name_);
-    readText(texts, u"Description", buffer, description_);
-    readText(texts, u"VaskVersion", buffer, vaskVersion_);
-    readText(texts, u"ComponentVersion", buffer, componentVersion_);
-    readText(texts, u"About", buffer, about_);
-    readText(texts, u"VendorURL", buffer, vendorURL_);
-    readText(texts, u"HelpURL", buffer, helpURL_);
-    if (vaskVersion_ == u"1.0" || vaskVersion_ == u"1.1")
-        vaskVersion_ = u"1.2";
+    keep(readText(texts, u"Name", buffer), name_);
+    keep(readText(texts, u"Description", buffer), description_);
+    keep(readText(texts, u"VaskVersion", buffer), vaskVersion_);
+    keep(readText(texts, u"ComponentVersion", buffer), componentVersion_);
+    keep(readText(texts, u"About", buffer), about_);
+    keep(readText(texts, u"VendorURL", buffer), vendorURL_);
+    keep(readText(texts, u"HelpURL", buffer), helpURL_);
+    if (textAt(vaskVersion_) == u"1.0" || textAt(vaskVersion_) == u"1.1")
+        keep(u"1.2", vaskVersion_);
 }
 
 void COMPMCRegistrationDetails::readNames(const SystemKey& key, ValueBuffer& buffer) {
-    readText(key.open(u"ProgID"), nullptr, buffer, progId_);
-    readText(key.open(u"VersionIndependentProgID"), nullptr, buffer, versionIndependentProgId_);
-    if (name_.empty())
-        readText(key, nullptr, buffer, name_);
-    if (name_.empty())
-        name_ = classText(uuid()).data();
+    keep(readText(key.open(u"ProgID"), nullptr, buffer), progId_);
+    keep(readText(key.open(u"VersionIndependentProgID"), nullptr, buffer),
+         versionIndependentProgId_);
+    if (name_.size == 0)
+        keep(readText(key, nullptr, buffer), name_);
+    if (name_.size == 0)
+        keep(classText(uuid()).data(), name_);
 }
 
 void COMPMCRegistrationDetails::readThreadingModel(const SystemKey& key, ValueBuffer& buffer) {
-    std::u16string model;
-    readText(key.open(u"InprocServer32"), u"ThreadingModel", buffer, model);
-    model = lowerCase(model);
+    const std::u16string model =
+        lowerCase(readText(key.open(u"InprocServer32"), u"ThreadingModel", buffer).value_or(u""));
     if (model == u"apartment")
         flags_ |= TARVO_PMC_APARTMENT_THREADED;
     else if (model == u"single")
         usable_ = false;
 }
-
-namespace {
-
-bool isText(const char16_t* name, const tarvo::UUID& category) {
-    return platform::equalWithoutCase(name, category.text().data());
-}
-
-} // namespace
 
 void COMPMCRegistrationDetails::readCategories(const SystemKey& key) {
     const SystemKey implemented = key.open(u"Implemented Categories");
@@ -74,15 +73,17 @@ void COMPMCRegistrationDetails::readCategories(const SystemKey& key) {
         return;
     bool gated = false;
     bool enabled = false;
+    categories_.reserve(8); // few classes have more
     platform::SubkeyNames names(implemented);
     while (const char16_t* name = names.next()) {
-        if (isText(name, categories::kComponent))
+        const auto category = classIdentifier(name);
+        if (!category || categories::kComponent == *category)
             continue;
-        if (isText(name, categories::kGatedA) || isText(name, categories::kGatedB))
+        if (categories::kGatedA == *category || categories::kGatedB == *category)
             gated = true;
-        else if (isText(name, categories::kEnabling))
+        else if (categories::kEnabling == *category)
             enabled = true;
-        else if (const auto category = classIdentifier(name))
+        else
             categories_.emplace_back(*category);
     }
     if (gated && !enabled)

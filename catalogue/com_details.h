@@ -40,24 +40,36 @@ class COMPMCRegistrationDetails final
     }
 
   private:
+    // Where a text stands among all of them.
+    struct Text {
+        std::size_t begin = 0;
+        std::size_t size = 0;
+    };
+
+    std::u16string_view textAt(Text text) const {
+        return std::u16string_view(texts_).substr(text.begin, text.size);
+    }
     static Result give(std::u16string_view text, IVaskString* target) {
         return target == nullptr ? RC_NULL_POINTER : tarvo::setText(target, text);
     }
+    Result give(Text text, IVaskString* target) const { return give(textAt(text), target); }
 
+    void keep(std::optional<std::u16string_view> read, Text& text);
     void readDescription(const platform::SystemKey& key, ValueBuffer& buffer);
     void readNames(const platform::SystemKey& key, ValueBuffer& buffer);
     void readThreadingModel(const platform::SystemKey& key, ValueBuffer& buffer);
     void readCategories(const platform::SystemKey& key);
 
-    std::u16string name_;
-    std::u16string description_;
-    std::u16string vaskVersion_;
-    std::u16string componentVersion_;
-    std::u16string about_;
-    std::u16string vendorURL_;
-    std::u16string helpURL_;
-    std::u16string progId_;
-    std::u16string versionIndependentProgId_;
+    std::u16string texts_; // one behind the other, since there may be thousands of classes
+    Text name_;
+    Text description_;
+    Text vaskVersion_;
+    Text componentVersion_;
+    Text about_;
+    Text vendorURL_;
+    Text helpURL_;
+    Text progId_;
+    Text versionIndependentProgId_;
     std::vector<tarvo::UUID> categories_; // ascending, each once
     std::uint32_t flags_ = 0;
     bool usable_ = true;

@@ -13,7 +13,9 @@
 namespace TARVO {
 
 template <class T>
-class PMCRegistrationDetailsImpl : public ReadOnlyNamedVaskBaseImpl<T> {
+class PMCRegistrationDetailsImpl : public ReadOnlyNamedVaskBaseImpl<T, UUIDText> {
+    using Base = ReadOnlyNamedVaskBaseImpl<T, UUIDText>;
+
   public:
     IVaskPMCRegistrationDetails* details() noexcept { return &details_; }
     const UUID& uuid() const noexcept { return uuid_; }
@@ -31,8 +33,7 @@ class PMCRegistrationDetailsImpl : public ReadOnlyNamedVaskBaseImpl<T> {
 
   protected:
     explicit PMCRegistrationDetailsImpl(const UUID& uuid)
-        : ReadOnlyNamedVaskBaseImpl<T>(UUIDText(uuid).view()), details_{this->me(), &kTable},
-          uuid_(uuid) {
+        : Base(uuid), details_{this->me(), &kTable}, uuid_(uuid) {
         this->enterInterface(kIVaskPMCRegistrationDetailsId, &details_);
     }
 

@@ -10,7 +10,6 @@
 
 namespace TARVO {
 
-using platform::RegistryView;
 using platform::SystemKey;
 
 constinit const IVaskPMCEnumeratorTable TarvoPMCEnumerator::kTable = {
@@ -35,7 +34,7 @@ Result give(Reference<T> found, IVaskPMCRegistrationDetails** details) {
 
 // Gives the components in the order of their identifiers.
 Result give(std::vector<FoundPMC> found, ITarvoCollection** pmcs) {
-    std::ranges::sort(found, {}, &FoundPMC::uuid);
+    std::ranges::sort(found, UUIDLess(), &FoundPMC::uuid);
     auto collection = makeObject<TarvoRawCollection>(u"PMCs");
     collection->reserve(found.size());
     for (FoundPMC& pmc : found)
@@ -43,13 +42,6 @@ Result give(std::vector<FoundPMC> found, ITarvoCollection** pmcs) {
             reinterpret_cast<IVaskInterface*>(pmc.details.detach())));
     *pmcs = collection.detach()->collection();
     return RC_OK;
-}
-
-UUIDSet identifiersOf(const std::vector<FoundPMC>& found) {
-    UUIDSet identifiers(found.size());
-    for (const FoundPMC& pmc : found)
-        identifiers.insert(pmc.uuid);
-    return identifiers;
 }
 
 // Calls `use` with each name that is an identifier and stands for a key below `parent`, with that
@@ -116,11 +108,14 @@ Result TarvoPMCEnumerator::getPMCByProgId(const char16_t* progId,
 
 std::vector<FoundPMC> TarvoPMCEnumerator::findNativePMCs() const {
     std::vector<FoundPMC> found;
-    if (const auto pmcs = rootKey_->keyAt(kPMCsKey))
-        forEachKey(*pmcs, pmcs->keyNames(), [&](const UUID& uuid, auto key) {
-            found.push_back(
-                foundPMC(*makeObject<TarvoPMCRegistrationDetails>(uuid, std::move(key))));
-        });
+    const auto pmcs = rootKey_->keyAt(kPMCsKey);
+    if (!pmcs)
+        return found;
+    const auto names = pmcs->keyNames();
+    found.reserve(names.size());
+    forEachKey(*pmcs, names, [&](const UUID& uuid, auto key) {
+        found.push_back(foundPMC(*makeObject<TarvoPMCRegistrationDetails>(uuid, std::move(key))));
+    });
     return found;
 }
 
@@ -143,11 +138,15 @@ Result TarvoPMCEnumerator::getAllPMCs(ITarvoCollection** pmcs) {
     if (pmcs == nullptr)
         return RC_NULL_POINTER;
     std::vector<FoundPMC> found = findNativePMCs();
-    const auto isMarked = [marking = markingCategories()](const SystemKey& classes,
-                                                          const char16_t* name, RegistryView view) {
-        return implementsAnyOf(marking, classes, name, view);
+    const auto isMarked = [marking = markingCategories()](const SystemKey& implemented) {
+        platform::SubkeyNames names(implemented);
+        while (const char16_t* name = names.next())
+            if (const auto category = classIdentifier(name))
+                if (marking.contains(*category))
+                    return true;
+        return false;
     };
-    findCOMClasses(isMarked, identifiersOf(found), valueBuffer_, found);
+    findCOMClasses(u"Implemented Categories", isMarked, valueBuffer_, found);
     return give(std::move(found), pmcs);
 }
 
@@ -174,13 +173,10 @@ const std::vector<FoundPMC>& TarvoPMCEnumerator::pmcsInCategory(const UUID& cate
     if (known != categoryCache_.end())
         return known->second;
     const UUIDText text(category);
-    const auto isFiled = [suffix =
-                              std::u16string(u"\\Implemented Categories\\").append(text.view())](
-                             const SystemKey& classes, const char16_t* name, RegistryView view) {
-        return static_cast<bool>(classes.open((name + suffix).c_str(), view));
-    };
     std::vector<FoundPMC> found = findNativePMCsIn(text);
-    findCOMClasses(isFiled, identifiersOf(found), valueBuffer_, found);
+    findCOMClasses(
+        std::u16string(u"Implemented Categories\\").append(text),
+        [](const SystemKey&) { return true; }, valueBuffer_, found);
     return categoryCache_.emplace(category, std::move(found)).first->second;
 }
 

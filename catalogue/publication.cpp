@@ -123,10 +123,8 @@ namespace {
 
 // The text that is the default value of a key below; empty if there is none.
 std::u16string textBelow(const SystemKey& key, const char16_t* path) {
-    std::u16string text;
     ValueBuffer buffer;
-    readText(key.open(path), nullptr, buffer, text);
-    return text;
+    return std::u16string(readText(key.open(path), nullptr, buffer).value_or(u""));
 }
 
 void removeClassFrom(RegistryRoot root, const UUID& uuid, RegistryView view) {

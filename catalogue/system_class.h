@@ -8,7 +8,7 @@
 
 #include <bit>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace TARVO {
@@ -31,10 +31,10 @@ inline std::optional<UUID> classIdentifier(const char16_t* text) {
 // Room for reading values, kept from one to the next.
 using ValueBuffer = std::vector<char16_t>;
 
-// Reads a text up to its first null character, stored or not. Leaves `text` as it is if there is no
-// value of that name, or one of another type.
+// Reads a text up to its first null character, stored or not; it stays in the buffer until the next
+// is read. Nothing if there is no value of that name, or one of another type.
 //   name  null for the default value
-void readText(const platform::SystemKey& key, const char16_t* name, ValueBuffer& buffer,
-              std::u16string& text);
+std::optional<std::u16string_view> readText(const platform::SystemKey& key, const char16_t* name,
+                                            ValueBuffer& buffer);
 
 } // namespace TARVO

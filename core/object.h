@@ -11,10 +11,12 @@
 #include "tarvo/reference.hpp"
 #include "tarvo/text.hpp"
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <map>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -99,12 +101,13 @@ class VaskBaseImpl {
         *interfaceReference = nullptr;
         if (interfaceId == nullptr)
             return RC_NULL_POINTER;
-        const auto found = interfaces_.find(*interfaceId);
-        if (found == interfaces_.end())
-            return RC_NO_INTERFACE;
-        *interfaceReference = found->second;
-        found->second->table->addReference(found->second->me);
-        return RC_OK;
+        for (const auto& [id, interfacePair] : std::span(interfaces_.data(), interfaceCount_))
+            if (std::memcmp(id->bytes, interfaceId->bytes, sizeof id->bytes) == 0) {
+                addReference();
+                *interfaceReference = interfacePair;
+                return RC_OK;
+            }
+        return RC_NO_INTERFACE;
     }
 
     Result getLastError(IVaskError** error) noexcept {
@@ -125,10 +128,13 @@ class VaskBaseImpl {
     // What all interface pairs of the object hold as `me`.
     void* me() noexcept { return this; }
 
-    // Every interface begins with the slots of IVaskInterface, so its pair serves as one.
+    // Every interface begins with the slots of IVaskInterface, so its pair serves as one. The
+    // identifier is a constant.
     template <class I>
     void enterInterface(const UUID& interfaceId, I* interfacePair) {
-        interfaces_.insert_or_assign(interfaceId, reinterpret_cast<IVaskInterface*>(interfacePair));
+        interfaces_.at(interfaceCount_) = {&interfaceId,
+                                           reinterpret_cast<IVaskInterface*>(interfacePair)};
+        ++interfaceCount_;
     }
 
   private:
@@ -142,11 +148,13 @@ class VaskBaseImpl {
     IVaskInterface pair_;
     std::atomic<std::uint32_t> references_ = 0;
     Reference<IVaskError> lastError_;
-    std::map<UUID, IVaskInterface*, UUIDLess> interfaces_;
+    std::array<std::pair<const UUID*, IVaskInterface*>, 4> interfaces_{}; // no object has more
+    std::size_t interfaceCount_ = 0;
 };
 
-// An object with a name and a description of its own, which callers can read and not change.
-template <class T>
+// An object with a name and a description of its own, which callers can read and not change. Name
+// is what holds the name.
+template <class T, class Name = std::u16string>
 class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
   public:
     Result getComponentName(IVaskString* name) {
@@ -158,8 +166,8 @@ class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
     Result refuseText(IVaskString*) noexcept { return RC_READ_ONLY; }
 
   protected:
-    explicit ReadOnlyNamedVaskBaseImpl(std::u16string_view name,
-                                       std::u16string_view description = {})
+    template <class Source>
+    explicit ReadOnlyNamedVaskBaseImpl(const Source& name, std::u16string_view description = {})
         : identification_{this->me(), &kTable}, name_(name), description_(description) {
         this->enterInterface(kITarvoIdentificationId, &identification_);
     }
@@ -177,7 +185,7 @@ class ReadOnlyNamedVaskBaseImpl : public VaskBaseImpl<T> {
     };
 
     ITarvoIdentification identification_;
-    std::u16string name_;
+    Name name_;
     std::u16string description_;
 };
 

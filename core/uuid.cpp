@@ -13,54 +13,62 @@ namespace TARVO {
 
 namespace {
 
-// One digit stands for a pair of digits of the text, in memory order.
 constexpr std::u16string_view kLayout = u"{xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx}";
-constexpr char16_t kDigits[] = u"0123456789abcdef";
-constexpr unsigned kNoDigit = 16;
+constexpr std::u16string_view kDigits = u"0123456789abcdef";
 
-constexpr unsigned digitValue(char16_t unit) {
-    if (unit >= u'0' && unit <= u'9')
-        return static_cast<unsigned>(unit - u'0');
-    if (unit >= u'a' && unit <= u'f')
-        return static_cast<unsigned>(unit - u'a' + 10);
-    if (unit >= u'A' && unit <= u'F')
-        return static_cast<unsigned>(unit - u'A' + 10);
-    return kNoDigit;
+// Whether the text has a hyphen before a byte's two digits.
+constexpr bool beginsGroup(std::size_t byte) {
+    return byte == 4 || byte == 6 || byte == 8 || byte == 10;
+}
+
+constexpr std::uint8_t kNoDigit = 16;
+
+constexpr auto kDigitValues = [] {
+    std::array<std::uint8_t, u'f' + 1> values;
+    values.fill(kNoDigit);
+    for (std::uint8_t value = 0; value < kDigits.size(); ++value)
+        values[kDigits[value]] = value;
+    for (std::size_t capital = u'A'; capital <= u'F'; ++capital)
+        values[capital] = values[capital + (u'a' - u'A')];
+    return values;
+}();
+
+constexpr std::uint8_t digitValue(char16_t unit) {
+    return unit < kDigitValues.size() ? kDigitValues[unit] : kNoDigit;
 }
 
 // Reads a text of the canonical layout, in either case, up to its last digit. False where the text
 // departs from it; the text's terminator is such a place, so nothing behind it is read.
 bool readCanonical(const char16_t* text, UUID& uuid) noexcept {
-    unsigned digits = 0;
-    for (std::size_t i = 0; i + 1 < kLayout.size(); ++i) {
-        if (kLayout[i] != u'x') {
-            if (text[i] != kLayout[i])
-                return false;
-            continue;
-        }
-        const unsigned value = digitValue(text[i]);
-        if (value == kNoDigit)
+    if (*text++ != u'{')
+        return false;
+    for (std::size_t i = 0; i < sizeof uuid.bytes; ++i) {
+        if (beginsGroup(i) && *text++ != u'-')
             return false;
-        std::uint8_t& byte = uuid.bytes[digits / 2];
-        byte = static_cast<std::uint8_t>(digits % 2 == 0 ? value << 4 : byte | value);
-        ++digits;
+        const std::uint8_t high = digitValue(*text++);
+        if (high == kNoDigit)
+            return false;
+        const std::uint8_t low = digitValue(*text++);
+        if (low == kNoDigit)
+            return false;
+        uuid.bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
     }
     return true;
 }
 
 } // namespace
 
-UUIDText::UUIDText(const UUID& uuid) noexcept : units_{} {
-    unsigned digits = 0;
-    for (std::size_t i = 0; i < kLayout.size(); ++i) {
-        if (kLayout[i] != u'x') {
-            units_[i] = kLayout[i];
-            continue;
-        }
-        const unsigned byte = uuid.bytes[digits / 2];
-        units_[i] = kDigits[digits % 2 == 0 ? byte >> 4 : byte & 15];
-        ++digits;
+UUIDText::UUIDText(const UUID& uuid) noexcept {
+    char16_t* next = units_.data();
+    *next++ = u'{';
+    for (std::size_t i = 0; i < sizeof uuid.bytes; ++i) {
+        if (beginsGroup(i))
+            *next++ = u'-';
+        *next++ = kDigits[uuid.bytes[i] >> 4];
+        *next++ = kDigits[uuid.bytes[i] & 15];
     }
+    *next++ = u'}';
+    *next = u'\0';
 }
 
 UUID newUUID() {

@@ -17,6 +17,7 @@ class UUIDText {
   public:
     explicit UUIDText(const UUID& uuid) noexcept;
     std::u16string_view view() const noexcept { return {units_.data(), kUUIDTextLength}; }
+    operator std::u16string_view() const noexcept { return view(); }
     const char16_t* terminated() const noexcept { return units_.data(); }
 
   private:

@@ -147,6 +147,8 @@ class TarvoRegistryKeyImpl : public TarvoBaseImpl<T, I> {
     template <class Entry>
     std::vector<std::u16string_view> mergedNames(NameTable<Entry> TarvoRegistry::*table) const {
         std::vector<std::u16string_view> names;
+        names.reserve((allUsersSide ? ((*allUsersSide).*table).size() : 0) +
+                      (userSide ? ((*userSide).*table).size() : 0));
         if (allUsersSide)
             ((*allUsersSide).*table).forEach([&](const Entry& entry) {
                 names.push_back(entry.name());

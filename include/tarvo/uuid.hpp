@@ -4,6 +4,7 @@
 #include "base.h"
 
 #include <array>
+#include <bit>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -67,7 +68,8 @@ struct UUID : TarvoUUID {
 
     // By the bytes in memory order, as the library orders them.
     friend constexpr bool operator==(const UUID& left, const UUID& right) noexcept {
-        return (left <=> right) == 0;
+        using Halves = std::array<std::uint64_t, 2>;
+        return std::bit_cast<Halves>(left) == std::bit_cast<Halves>(right);
     }
     friend constexpr std::strong_ordering operator<=>(const UUID& left,
                                                       const UUID& right) noexcept {

@@ -1,5 +1,7 @@
 #include "platform/identifier.h"
 
+#include "platform/posix/ascii_case.h"
+
 #include <cerrno>
 #include <cstddef>
 #include <string_view>
@@ -11,14 +13,24 @@ namespace {
 
 constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
 
-// '0' stands for a digit.
-constexpr std::u16string_view kForm = u"{00000000-0000-0000-0000-000000000000}";
+// Whether the text has a hyphen before a byte's two digits.
+constexpr bool beginsGroup(std::size_t byte) {
+    return byte == 4 || byte == 6 || byte == 8 || byte == 10;
+}
+
+// By character; -1 for what is no digit.
+constexpr auto kDigitValues = [] {
+    std::array<std::int8_t, 'f' + 1> values;
+    values.fill(-1);
+    for (std::size_t value = 0; value < kDigits.size(); ++value) {
+        values[kDigits[value]] = values[loweredAscii(kDigits[value])] =
+            static_cast<std::int8_t>(value);
+    }
+    return values;
+}();
 
 int digitValue(char16_t c) {
-    const bool isLower = c >= u'a' && c <= u'f';
-    const auto digit = static_cast<char16_t>(isLower ? c - u'a' + u'A' : c);
-    const std::size_t value = kDigits.find(digit);
-    return value == kDigits.npos ? -1 : static_cast<int>(value);
+    return c < kDigitValues.size() ? kDigitValues[c] : -1;
 }
 
 } // namespace
@@ -34,39 +46,42 @@ IdentifierBytes newIdentifier() {
     return bytes;
 }
 
+// Reads no further than to the first character that is not as it must be.
 std::optional<IdentifierBytes> classIdentifier(const char16_t* text) {
-    IdentifierBytes bytes{};
-    std::size_t digits = 0;
-    for (const char16_t expected : kForm) {
-        const char16_t c = *text++;
-        if (expected != u'0') {
-            if (c != expected) {
-                return std::nullopt;
-            }
-            continue;
-        }
-        const int value = digitValue(c);
-        if (value < 0) {
+    IdentifierBytes bytes;
+    if (*text++ != u'{') {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (beginsGroup(i) && *text++ != u'-') {
             return std::nullopt;
         }
-        std::uint8_t& byte = bytes[digits++ / 2];
-        byte = static_cast<std::uint8_t>(byte << 4 | value);
+        const int high = digitValue(*text++);
+        if (high < 0) {
+            return std::nullopt;
+        }
+        const int low = digitValue(*text++);
+        if (low < 0) {
+            return std::nullopt;
+        }
+        bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
     }
-    return *text == u'\0' ? std::optional{bytes} : std::nullopt;
+    return text[0] == u'}' && text[1] == u'\0' ? std::optional{bytes} : std::nullopt;
 }
 
 ClassText classText(const IdentifierBytes& bytes) {
-    ClassText text{};
-    std::size_t digits = 0;
-    for (std::size_t i = 0; i < kForm.size(); ++i) {
-        if (kForm[i] != u'0') {
-            text[i] = kForm[i];
-            continue;
+    ClassText text;
+    auto next = text.begin();
+    *next++ = u'{';
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (beginsGroup(i)) {
+            *next++ = u'-';
         }
-        const std::uint8_t byte = bytes[digits / 2];
-        text[i] = kDigits[digits % 2 == 0 ? byte >> 4 : byte & 15];
-        ++digits;
+        *next++ = kDigits[bytes[i] >> 4];
+        *next++ = kDigits[bytes[i] & 15];
     }
+    *next++ = u'}';
+    *next = u'\0';
     return text;
 }
 
