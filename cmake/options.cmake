@@ -16,6 +16,11 @@ set(TARVO_SANITIZE "" CACHE STRING "Sanitizers to build with, as the compiler's 
 option(TARVO_FUZZ "Build the fuzz targets (needs Clang)" OFF)
 option(TARVO_WARNINGS_AS_ERRORS "Fail on a compiler warning" ON)
 
+# The public headers, by the name that an installation gives them.
+add_library(tarvo_include INTERFACE)
+target_include_directories(tarvo_include INTERFACE ${PROJECT_SOURCE_DIR}/include)
+add_library(TARVO::headers ALIAS tarvo_include)
+
 add_library(tarvo_options INTERFACE)
 target_compile_features(tarvo_options INTERFACE cxx_std_20)
 target_include_directories(tarvo_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
