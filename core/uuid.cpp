@@ -26,8 +26,8 @@ constexpr std::uint8_t kNoDigit = 16;
 constexpr auto kDigitValues = [] {
     std::array<std::uint8_t, u'f' + 1> values;
     values.fill(kNoDigit);
-    for (std::uint8_t value = 0; value < kDigits.size(); ++value)
-        values[kDigits[value]] = value;
+    for (std::size_t value = 0; value < kDigits.size(); ++value)
+        values[kDigits[value]] = static_cast<std::uint8_t>(value);
     for (std::size_t capital = u'A'; capital <= u'F'; ++capital)
         values[capital] = values[capital + (u'a' - u'A')];
     return values;

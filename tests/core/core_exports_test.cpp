@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace {
 
@@ -22,6 +23,23 @@ std::u16string descriptionOf(std::uint32_t code) {
     tarvo::String text;
     EXPECT_EQ(TARVO_CALL(getErrorDescription)(code, text.pair()), RC_OK);
     return text.text();
+}
+
+// The first test: what a caller's object throws must be caught even before the library itself has
+// ever thrown.
+TEST(CallersObjects, MayThrow) {
+    static constexpr IVaskStringTable kThrows{
+        [](void*, const char16_t**, std::uint32_t*) {},
+        [](void* thrown, const char16_t*, std::uint32_t) -> TarvoResult {
+            if (thrown == nullptr)
+                throw 1;
+            throw std::runtime_error("no room");
+        }};
+    const TarvoUUID uuid{};
+    IVaskString number{nullptr, &kThrows};
+    EXPECT_EQ(TARVO_CALL(vaskStringFromUUID)(&uuid, &number), RC_UNSPECIFIED);
+    IVaskString standard{&number, &kThrows};
+    EXPECT_EQ(TARVO_CALL(vaskStringFromUUID)(&uuid, &standard), RC_UNSPECIFIED);
 }
 
 TEST(UUIDExports, MakePrintAndRead) {
