@@ -28,7 +28,8 @@ typedef struct IVaskRegistryKeyWriter IVaskRegistryKeyWriter;
 /* Reading shows the scope as it was when the writer was made, with the writer's own changes. For
  * changes, a path leads from this key and must not be empty, have a separator in front, an empty
  * component or a character below 32; the name of a value must not be empty nor hold `/`, `\` or a
- * character below 32. A call that fails changes nothing. */
+ * character below 32. An unpaired surrogate is refused in both, since it could not be read back. A
+ * call that fails changes nothing. */
 typedef struct IVaskRegistryKeyWriterTable {
     /* [any thread] As in ITarvoBase. */
     void (*addReference)(void* me);

@@ -21,8 +21,10 @@ TARVO_EXPORT vaskGenUUIDFunction vaskGenUUID;
 typedef TarvoResult vaskStringFromUUIDFunction(const TarvoUUID* uuid, IVaskString* text);
 TARVO_EXPORT vaskStringFromUUIDFunction vaskStringFromUUID;
 
-/* [any thread] Reads an identifier. Lenient: it takes digits of either case and blanks before a pair
- * of digits, and looks at nothing behind the last digit, not even for the closing brace.
+/* [any thread] Reads an identifier. Lenient, as `scanf` is with numbers: digits may be of either case,
+ * and each group of digits, in the last two groups each pair, may begin with white space, a sign or 0x
+ * and have fewer digits than it has room for. Nothing behind the last digit is looked at, not even the
+ * closing brace.
  *   text  null-terminated
  *   uuid  out: the identifier; all zero on failure
  * RC_OK, RC_NULL_POINTER (uuid or text), RC_INVALID_ARGUMENT (not an identifier). */
