@@ -80,7 +80,7 @@ struct OpenedFile {
     FileError error = FileError::none;
 };
 
-// Does anything bear this name? A folder counts.
+// Does anything bear this name? A folder counts, and so does what can't be told for want of rights.
 bool fileExists(std::u16string_view path);
 
 // Copies a file, over the target if there is one; a copy can be written, even of a source that

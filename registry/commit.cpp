@@ -15,6 +15,9 @@ namespace TARVO {
 
 namespace {
 
+constexpr char16_t kBackupSuffix[] = u".backup";
+constexpr char16_t kWholeBackupSuffix[] = u".backup-whole";
+
 // Whether a file is no state to be kept: a new one, or what is left of a commit that was killed or
 // ran out of room.
 bool isUnfinished(bool allUsers, platform::File& file) {
@@ -27,11 +30,24 @@ bool isUnfinished(bool allUsers, platform::File& file) {
     return isCutOff({tail.data(), read}) || (file.seekTo(0) && isMalformed(allUsers, file));
 }
 
-// The copy of the last good state is not given up for such a file.
+// Puts the backup aside before a damaged file takes its place. Nothing to do if there is none, or
+// if it is no better.
+bool keepAside(bool allUsers, const std::u16string& backup, const std::u16string& aside) {
+    platform::OpenedFile opened = platform::File::openForReading(backup);
+    if (!opened.file)
+        return opened.error == platform::FileError::notFound;
+    return isUnfinished(allUsers, opened.file) || platform::copyFileOver(backup, aside);
+}
+
 bool tryToBackUp(bool allUsers, const std::u16string& path) {
     platform::OpenedFile opened = platform::File::openForReading(path);
-    return opened.file &&
-           (isUnfinished(allUsers, opened.file) || platform::copyFileOver(path, path + u".backup"));
+    if (!opened.file)
+        return false;
+    const std::u16string backup = path + kBackupSuffix;
+    if (isUnfinished(allUsers, opened.file) &&
+        !keepAside(allUsers, backup, path + kWholeBackupSuffix))
+        return false;
+    return platform::copyFileOver(path, backup);
 }
 
 // Whatever comes of the writing, nothing of a longer text before may stay behind the new one.

@@ -7,6 +7,7 @@
 #include "tool/text.h"
 
 #include <fmt/format.h>
+#include <optional>
 
 namespace tool {
 
@@ -21,14 +22,28 @@ std::u16string freeName(const std::u16string& path) {
     }
 }
 
-void checkBackup(const std::u16string& path) {
+// Says why a backup can't be put back; empty if it can.
+std::optional<Failure> faultOf(const std::u16string& path) {
     const RegistryFile backup = readRegistryFile(path);
     if (!backup.isThere)
-        throw Failure("there is no backup " + toUtf8(path));
+        return Failure("there is no backup " + toUtf8(path));
     if (backup.fault)
-        throw Failure(describeFault(path, *backup.fault), RC_BAD_REGISTRY_FILE);
+        return Failure(describeFault(path, *backup.fault), RC_BAD_REGISTRY_FILE);
     if (backup.isCutOff)
-        throw Failure("the backup itself is cut off: " + toUtf8(path));
+        return Failure("the backup itself is cut off: " + toUtf8(path));
+    return std::nullopt;
+}
+
+// The backup is as damaged as the file where commits went on from a damaged file. The last whole
+// one is beside it then.
+std::u16string wholeBackupOf(const std::u16string& path) {
+    const std::u16string backup = path + u".backup";
+    const auto fault = faultOf(backup);
+    if (!fault)
+        return backup;
+    if (const std::u16string aside = path + u".backup-whole"; !faultOf(aside))
+        return aside;
+    throw Failure(*fault);
 }
 
 // The file is overwritten in place while nobody else has it, as a commit does.
@@ -50,8 +65,7 @@ void overwrite(const std::u16string& from, const std::u16string& to) {
 void restoreBackup(Scope scope) {
     const Library library;
     const std::u16string path = library.registryPath(scope == Scope::machine);
-    const std::u16string backup = path + u".backup";
-    checkBackup(backup);
+    const std::u16string backup = wholeBackupOf(path);
     if (platform::fileExists(path)) {
         const std::u16string aside = freeName(path);
         if (!platform::copyFileOver(path, aside))
@@ -59,7 +73,7 @@ void restoreBackup(Scope scope) {
         fmt::print("what was there is kept as {}\n", toUtf8(aside));
     }
     overwrite(backup, path);
-    fmt::print("{} is as it was before the last commit\n", toUtf8(path));
+    fmt::print("{} is now as in {}\n", toUtf8(path), toUtf8(backup));
 }
 
 } // namespace tool

@@ -37,6 +37,10 @@ FileError errorOf(int code) {
     }
 }
 
+bool isAbsence(int code) {
+    return code == ENOENT || code == ENOTDIR || code == ENAMETOOLONG;
+}
+
 int descriptorOf(std::intptr_t handle) {
     return static_cast<int>(handle);
 }
@@ -171,7 +175,7 @@ bool File::truncateHere() {
 }
 
 bool fileExists(std::u16string_view path) {
-    return statusOf(path).has_value();
+    return statusOf(path) || !isAbsence(errno);
 }
 
 bool copyFileOver(std::u16string_view from, std::u16string_view to) {

@@ -27,6 +27,21 @@ FileError errorOf(DWORD code) {
     }
 }
 
+bool isAbsence(DWORD code) {
+    switch (code) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME: // nothing can be called that
+    case ERROR_BAD_PATHNAME:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+        return true;
+    default:
+        return false;
+    }
+}
+
 HANDLE asHandle(std::intptr_t handle) {
     return reinterpret_cast<HANDLE>(handle);
 }
@@ -138,7 +153,8 @@ bool File::truncateHere() {
 }
 
 bool fileExists(std::u16string_view path) {
-    return GetFileAttributesW(nativeText(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+    return GetFileAttributesW(nativeText(path).c_str()) != INVALID_FILE_ATTRIBUTES ||
+           !isAbsence(GetLastError());
 }
 
 bool copyFileOver(std::u16string_view from, std::u16string_view to) {

@@ -77,6 +77,13 @@ TEST(Posix, LeavesALinkToNothingAlone) {
     EXPECT_FALSE(platform::fileExists(folder / u"link"));
 }
 
+TEST(Posix, TakesALinkToItselfForSomethingThere) {
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("loop", folder / u"loop");
+    EXPECT_TRUE(platform::fileExists(folder / u"loop"));
+    EXPECT_FALSE(platform::fileExists(folder / std::u16string(300, u'n')));
+}
+
 // A superuser may do everything, so this is told by a child that has given up such rights.
 void openWithoutRights() {
     support::leavePrivileges();

@@ -96,10 +96,11 @@ TEST_F(CommitOfAnOrdinaryUser, EndsAFileWhereTheDiskIsFull) {
         EXPECT_EQ(user_.ask("commit"), "100");
         EXPECT_EQ(fileText(file_).size(), 20000u);
         EXPECT_NE(fileText(file_).substr(0, 60), before.substr(0, 60));
-        EXPECT_EQ(fileText(backupOf(file_)), before);
+        // The second attempt backs up what the first has left.
+        EXPECT_EQ(fileText(attempt == 0 ? backupOf(file_) : wholeBackupOf(file_)), before);
     }
 
-    restoreBackup(file_);
+    writeFile(file_, before);
     EXPECT_EQ(user_.ask("room"), "0");
     EXPECT_EQ(user_.ask("commit"), "0");
     const std::string after = fileText(file_);

@@ -324,21 +324,26 @@ TEST_F(RegistryWriter, KeepsTheStateBeforeInABackup) {
     EXPECT_NE(fileText(registryFile(Scope::user)), first);
 }
 
-TEST_F(RegistryWriter, GoesOnFromDamagedFilesButBacksUpNone) {
+TEST_F(RegistryWriter, GoesOnFromDamagedFilesAndKeepsTheLastWholeState) {
+    const auto file = registryFile(Scope::user);
+    const std::string lastWhole = registryText("");
+    writeFile(backupOf(file), lastWhole);
     const auto writer = newWriter();
     setText(keyWriter(writer, u"/k"), u"v", u"1");
-    const auto backup = backupOf(registryFile(Scope::user));
-    writeFile(backup, "the last good state");
     const std::string malformed = registryText(R"(<key name="A"/>)");
-    writeFile(registryFile(Scope::user), malformed);
+    writeFile(file, malformed);
     EXPECT_EQ(commitOf(writer), RC_BAD_REGISTRY_FILE);
-    EXPECT_EQ(fileText(registryFile(Scope::user)), malformed);
+    EXPECT_EQ(fileText(file), malformed);
+    EXPECT_EQ(fileText(backupOf(file)), malformed);
+    EXPECT_EQ(fileText(wholeBackupOf(file)), lastWhole);
     // Readers make do with what there is of a file that was cut off, and so does a commit.
-    writeFile(registryFile(Scope::user), R"(<registry id="cut off"><key name="front">)");
+    const std::string cutOff = R"(<registry id="cut off"><key name="front">)";
+    writeFile(file, cutOff);
     EXPECT_EQ(keyNames(*keyAt(nullptr)), Names{u"front"});
     commit(writer);
     EXPECT_EQ(keyNames(*keyAt(nullptr)), (Names{u"front", u"k"}));
-    EXPECT_EQ(fileText(backup), "the last good state");
+    EXPECT_EQ(fileText(backupOf(file)), cutOff);
+    EXPECT_EQ(fileText(wholeBackupOf(file)), lastWhole);
     // An empty id is no id that anybody knows.
     writeFile(registryFile(Scope::user), R"(<registry id=""><key name="kept"/></registry>)");
     commit(writer);

@@ -55,6 +55,11 @@ inline std::filesystem::path backupOf(std::filesystem::path file) {
     return file += ".backup";
 }
 
+// Where the backup is kept once a damaged file takes its place.
+inline std::filesystem::path wholeBackupOf(std::filesystem::path file) {
+    return file += ".backup-whole";
+}
+
 inline void restoreBackup(const std::filesystem::path& file) {
     writeFile(file, fileText(backupOf(file)));
 }
