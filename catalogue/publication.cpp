@@ -3,6 +3,7 @@
 #include "catalogue/names.h"
 #include "catalogue/system_class.h"
 #include "core/environment.h"
+#include "core/lower_case.h"
 #include "tarvo/catalogue.h"
 
 #include <algorithm>
@@ -127,6 +128,16 @@ std::u16string textBelow(const SystemKey& key, const char16_t* path) {
     return std::u16string(readText(key.open(path), nullptr, buffer).value_or(u""));
 }
 
+// Whether a key belongs to many classes and not to a ProgID. A class is free to name one as its
+// ProgID, and must not take it along.
+bool isSharedKey(std::u16string_view path) {
+    path.remove_prefix(std::min(path.find_first_not_of(u'\\'), path.size()));
+    const std::u16string first = lowerCase(path.substr(0, path.find(u'\\')));
+    constexpr std::u16string_view kShared[] = {u"",          u"clsid",   u"appid",
+                                               u"interface", u"typelib", u"component categories"};
+    return std::ranges::find(kShared, first) != std::end(kShared);
+}
+
 void removeClassFrom(RegistryRoot root, const UUID& uuid, RegistryView view) {
     const SystemKey classes = SystemKey::openForWriting(root, kClassesPath, view);
     const std::u16string path = std::u16string(u"CLSID\\").append(classText(uuid).data());
@@ -134,7 +145,7 @@ void removeClassFrom(RegistryRoot root, const UUID& uuid, RegistryView view) {
     if (!key)
         return;
     for (const char16_t* link : {u"ProgID", u"VersionIndependentProgID"})
-        if (const std::u16string progId = textBelow(key, link); !progId.empty())
+        if (const std::u16string progId = textBelow(key, link); !isSharedKey(progId))
             classes.deleteTree(progId.c_str(), view);
     key.close();
     classes.deleteTree(path.c_str(), view);

@@ -226,6 +226,16 @@ TEST_F(Publication, IsTakenBackByLocationWhoeverMadeIt) {
               classWith({threading("Both"), description("VaskVersion=1.3")}));
 }
 
+TEST_F(Publication, IsTakenBackWithoutTheClassesOfOthers) {
+    const tarvo::UUID other = id(2);
+    registerComponent({.locations = {{1, u"64"}}});
+    registerComponent({.number = 2, .progId = u"Clsid", .locations = {{1, u"64"}}});
+    const auto writer = newWriter();
+    writer->table->unregisterPMC(writer->me, &other);
+    commit(writer);
+    EXPECT_TRUE(published(RegistryRoot::currentUser, k64).contains(kClass));
+}
+
 TEST_F(Publication, IsReadBackAsTheClassOfAComponent) {
     registerComponent({.vaskVersion = u"1.2",
                        .description = u"D",
