@@ -1,12 +1,17 @@
-// A host in C++: creates the greeter and has it greet. Usage: host [NAME]
+// A host in C++: creates the greeter, brings it the state that it was saved with, and has it greet.
+// Usage: host [NAME [STATE_FILE]]
 #include "../greeter/igreeter.h"
 
 #include <tarvo/client.h>
 #include <tarvo/component.hpp>
+#include <tarvo/state_source.hpp>
 #include <tarvo/tarvo.hpp>
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
+#include <memory>
 #include <string>
 
 namespace {
@@ -23,6 +28,20 @@ int fail(const char* what, TarvoResult result) {
     return 1;
 }
 
+// Offers the bytes of a file to the component, as the data of a stream that was saved through COM.
+TarvoResult loadState(IVaskInterface* instance, const char* path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return RC_NOT_FOUND;
+    auto state = std::make_shared<tarvo::StateTree>();
+    state->values[u"TransitionFormat"] = u"Stream";
+    state->values[u"data"] = std::vector<std::uint8_t>(std::istreambuf_iterator<char>(file), {});
+    const auto reader = tarvo::offerState(std::move(state));
+    return tarvoEntryPoints()->tarvoDepersistPMCFromTransitionFormat(
+        instance, reinterpret_cast<IVaskInterface*>(reader.get()), TARVO_PERSIST_SOURCE_COM,
+        TARVO_PERSIST_TARGET_PMC);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -36,6 +55,10 @@ int main(int argc, char** argv) {
         tarvoEntryPoints()->tarvoCreatePMCInstance(&kGreeterComponentId, 0, instance.out());
     if (result != RC_OK)
         return fail("The greeter can't be created", result);
+    if (argc > 2)
+        result = loadState(instance.get(), argv[2]);
+    if (result != RC_OK)
+        return fail("The greeter can't take its state", result);
     const auto greeter = tarvo::query<IGreeter>(instance.get(), kIGreeterId);
     if (!greeter)
         return fail("This component is no greeter", RC_NO_INTERFACE);

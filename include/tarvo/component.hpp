@@ -22,12 +22,13 @@
 
 #include "identifiers.h"
 #include "reference.hpp"
-#include "result.h"
+#include "result.hpp"
 #include "uuid.hpp"
 
 #include <atomic>
 #include <cstdint>
 #include <new>
+#include <system_error>
 
 namespace tarvo {
 
@@ -50,6 +51,10 @@ struct ComponentSlot<T, Member, TarvoResult (Base::*)(Arguments...)> {
             return (static_cast<T*>(me)->*Member)(arguments...);
         } catch (const std::bad_alloc&) {
             return RC_OUT_OF_MEMORY;
+        } catch (const std::system_error& error) {
+            return error.code().category() == resultCategory()
+                       ? static_cast<TarvoResult>(error.code().value())
+                       : TarvoResult{RC_UNSPECIFIED};
         } catch (...) {
             return RC_UNSPECIFIED;
         }
@@ -59,7 +64,8 @@ struct ComponentSlot<T, Member, TarvoResult (Base::*)(Arguments...)> {
 } // namespace detail
 
 // The table entry for a member function of T, or of a base of T; the pair's `me` is the T. A
-// function that isn't noexcept returns a TarvoResult: what it throws goes no further than this.
+// function that isn't noexcept returns a TarvoResult: what it throws goes no further than this, and
+// becomes the code of a std::system_error that bears one, RC_OUT_OF_MEMORY or RC_UNSPECIFIED.
 template <class T, auto Member>
 constexpr auto* slot = &detail::ComponentSlot<T, Member>::call;
 
