@@ -2,9 +2,9 @@
 #include "tarvo/client.h"
 
 #include "client/installation.h"
+#include "client/named_library.h"
 #include "client/version.h"
 #include "core/link_error.h"
-#include "platform/folder.h"
 #include "platform/module.h"
 #include "platform/text.h"
 #include "tarvo/text.hpp"
@@ -31,16 +31,21 @@ std::u16string number(int value) {
     return {digits.begin(), digits.end()};
 }
 
-bool loadModule(IVaskString* message) {
+bool loadFile(const std::u16string& path, IVaskString* message) {
+    const platform::ModuleHandle module = platform::loadModule(path);
+    if (module != nullptr) {
+        library = module;
+        return true;
+    }
+    const std::u16string reason = platform::moduleLoadError().text;
+    return fail(message, path + u" load error: " + (reason.empty() ? u"unknown error" : reason));
+}
+
+bool loadNewest(IVaskString* message) {
     const auto installation = newestInstallation();
     if (!installation)
         return fail(message, u"TARVO not found - please check for a valid TARVO installation");
-    const std::u16string path = installation->folder + platform::kFolderSeparator + u"TARVO.dll";
-    library = platform::loadModule(path);
-    if (library != nullptr)
-        return true;
-    const std::u16string reason = platform::moduleLoadError().text;
-    return fail(message, path + u" load error: " + (reason.empty() ? u"unknown error" : reason));
+    return loadFile(libraryPath(*installation), message);
 }
 
 // Looks functions up in the library and keeps the name of the first that is missing.
@@ -86,19 +91,8 @@ Binder bindAll(vaskGetDataClassFactoryFunction*& getDataClassFactory) {
     return binder;
 }
 
-} // namespace
-
-} // namespace TARVO
-
-const TarvoEntryPoints* tarvoEntryPoints(void) {
-    return &TARVO::entryPoints;
-}
-
-bool loadTarvoLibrary(IVaskString* message) {
-    using namespace TARVO;
+bool bindLoaded(IVaskString* message) {
     const std::u16string kNotFound = u" entry point not found in TARVO.dll";
-    if (library == nullptr && !loadModule(message))
-        return false;
     Binder version;
     version.bind(entryPoints.getTarvoVersion, "getTarvoVersion");
     vaskGetDataClassFactoryFunction* getDataClassFactory = nullptr;
@@ -111,6 +105,23 @@ bool loadTarvoLibrary(IVaskString* message) {
         return fail(message, others.missing() + kNotFound);
     entryPoints.dataClassFactory = getDataClassFactory();
     return true;
+}
+
+} // namespace
+
+bool loadNamedLibrary(const std::u16string& path, IVaskString* message) {
+    return loadFile(path, message) && bindLoaded(message);
+}
+
+} // namespace TARVO
+
+const TarvoEntryPoints* tarvoEntryPoints(void) {
+    return &TARVO::entryPoints;
+}
+
+bool loadTarvoLibrary(IVaskString* message) {
+    using namespace TARVO;
+    return (library != nullptr || loadNewest(message)) && bindLoaded(message);
 }
 
 bool checkTarvoVersion(IVaskString* message) {

@@ -1,16 +1,15 @@
 #include "client/installation.h"
 
 #include "client/version.h"
+#include "platform/folder.h"
 #include "platform/process.h"
 #include "platform/system_text.h"
 
 namespace TARVO {
 
-namespace {
-
-constexpr const char16_t* kInstallationKey = u"Software\\Ostrandia\\TARVO\\x64";
-
-} // namespace
+std::u16string libraryPath(const Installation& installation) {
+    return installation.folder + platform::kFolderSeparator + u"TARVO.dll";
+}
 
 std::optional<Installation> installationOf(bool allUsers) {
     const auto root =
@@ -22,7 +21,8 @@ std::optional<Installation> installationOf(bool allUsers) {
     if (!folder)
         return std::nullopt;
     return Installation{*folder,
-                        parseInstalledVersion(platform::readText(key, u"version").value_or(u""))};
+                        parseInstalledVersion(platform::readText(key, u"version").value_or(u"")),
+                        allUsers};
 }
 
 std::optional<Installation> newestInstallation() {

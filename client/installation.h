@@ -11,7 +11,13 @@ namespace TARVO {
 struct Installation {
     std::u16string folder;
     std::array<std::uint32_t, 4> version; // all 0 if it isn't known
+    bool allUsers;                        // whose root tells of it
 };
+
+constexpr const char16_t* kInstallationKey = u"Software\\Ostrandia\\TARVO\\x64";
+
+// The file that a program loads.
+std::u16string libraryPath(const Installation& installation);
 
 // The installation that one root of the system's registry tells of, if there is one.
 std::optional<Installation> installationOf(bool allUsers);

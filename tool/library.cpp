@@ -1,5 +1,9 @@
 #include "tool/library.h"
 
+#include "client/installation.h"
+#include "client/named_library.h"
+#include "platform/file.h"
+#include "platform/module.h"
 #include "tarvo/result.hpp"
 #include "tarvo/text.hpp"
 #include "tool/failure.h"
@@ -9,34 +13,47 @@
 
 namespace tool {
 
-Library::Library() : path_{platform::ownModulePath()} {
-    path_.erase(path_.find_last_of(u"/\\") + 1).append(u"TARVO.dll");
-    module_ = platform::loadModule(path_);
-    if (module_ == nullptr)
-        throw Failure(fmt::format("cannot load {}: the file is missing, or is no library for this "
-                                  "system; install the tool and the library in one folder",
-                                  toUtf8(path_)));
-    bind(getTarvoFolder_, "getTarvoFolder");
-    bind(getTarvoDataFolder_, "getTarvoDataFolder");
-    bind(getTarvoUserDataFolder_, "getTarvoUserDataFolder");
-    bind(getTarvoLanguage_, "getTarvoLanguage");
-    bind(getTarvoVersion_, "getTarvoVersion");
-    bind(getErrorDescription_, "getErrorDescription");
-    bind(vaskGetRegistryKey_, "vaskGetRegistryKey");
-    bind(vaskGetRegistryWriter_, "vaskGetRegistryWriter");
-    bind(vaskGetPMCEnumerator_, "vaskGetPMCEnumerator");
-    bind(vaskGetLibraryEnumerator_, "vaskGetLibraryEnumerator");
+namespace {
+
+const TarvoEntryPoints& bindBesideTool() {
+    const std::u16string path = Library::pathBesideTool();
+    tarvo::String message;
+    if (!TARVO::loadNamedLibrary(path, message.pair()))
+        throw Failure("the library beside this program can't be used: " + toUtf8(message.text()));
+    return *tarvoEntryPoints();
 }
 
-template <class Function>
-void Library::bind(Function*& function, const char* name) {
-    function = reinterpret_cast<Function*>(platform::findSymbol(module_, name));
-    if (function == nullptr)
-        throw Failure(fmt::format("{} has no function {}; is it another version than the tool?",
-                                  toUtf8(path_), name));
+const TarvoEntryPoints& bindNewest() {
+    tarvo::String message;
+    if (!loadTarvoLibrary(message.pair()))
+        throw Failure(toUtf8(message.text()) + "; `tarvo setup check` tells what to do");
+    return *tarvoEntryPoints();
 }
 
-std::string Library::text(TextFunction* function) const {
+const TarvoEntryPoints& bindAny() {
+    if (TARVO::newestInstallation())
+        return bindNewest();
+    const std::u16string path = Library::pathBesideTool();
+    if (!platform::fileExists(path))
+        throw Failure(fmt::format("TARVO not found: no installation is known, and there is no {}",
+                                  toUtf8(path)));
+    return bindBesideTool();
+}
+
+} // namespace
+
+Library::Library() : Library(bindAny()) {}
+
+Library Library::besideTool() {
+    return Library(bindBesideTool());
+}
+
+std::u16string Library::pathBesideTool() {
+    std::u16string path = platform::ownModulePath();
+    return path.erase(path.find_last_of(u"/\\") + 1).append(u"TARVO.dll");
+}
+
+std::string Library::text(TarvoResult (*function)(IVaskString*)) {
     tarvo::String text;
     require(function(text.pair()), "cannot ask the library about itself");
     return toUtf8(text.text());
@@ -50,7 +67,7 @@ std::u16string Library::registryPath(bool allUsers) const {
 }
 
 std::string Library::description(TarvoResult code) const {
-    return toUtf8(tarvo::textOfResult(code, *getErrorDescription_));
+    return toUtf8(tarvo::textOfResult(code, *functions_.getErrorDescription));
 }
 
 void require(TarvoResult result, const std::string& attempt) {

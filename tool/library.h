@@ -1,36 +1,31 @@
-// TARVO.dll as the tool uses it: loaded from the tool's own folder, its functions bound by name.
+// TARVO.dll as the tool uses it: bound by the client, as by any other program, and once for the
+// whole process.
 #pragma once
 
-#include "platform/module.h"
-#include "tarvo/base.h"
-#include "tarvo/catalogue.h"
-#include "tarvo/environment.h"
-#include "tarvo/error.h"
-#include "tarvo/library.h"
-#include "tarvo/registry.h"
-#include "tarvo/registry_writer.h"
+#include "tarvo/client.h"
 
 #include <string>
 
 namespace tool {
 
-// Objects of the library must not outlive it.
 class Library {
   public:
-    Library(); // raises Failure if the library isn't there or isn't whole
-    ~Library() { platform::freeModule(module_); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
+    // The library that programs find. Where no installation is known to them yet, the one beside
+    // the tool, so that a copy that was just unpacked works. Raises Failure if neither is there or
+    // if it can't serve.
+    Library();
 
-    const std::u16string& path() const { return path_; }
+    // The one beside the tool, whatever is installed.
+    static Library besideTool();
+    static std::u16string pathBesideTool();
 
-    std::string version() const { return text(getTarvoVersion_); }
-    std::string language() const { return text(getTarvoLanguage_); }
-    std::string folder() const { return text(getTarvoFolder_); }
+    std::string version() const { return text(functions_.getTarvoVersion); }
+    std::string language() const { return text(functions_.getTarvoLanguage); }
+    std::string folder() const { return text(functions_.getTarvoFolder); }
 
     // Empty if it can't be had.
     std::string dataFolder(bool allUsers) const {
-        return text(allUsers ? getTarvoDataFolder_ : getTarvoUserDataFolder_);
+        return text(allUsers ? functions_.getTarvoDataFolder : functions_.getTarvoUserDataFolder);
     }
 
     // The file of a scope; raises Failure if its folder can't be had.
@@ -38,43 +33,30 @@ class Library {
 
     // A key of the merged registry.
     TarvoResult openKey(const std::u16string& path, IVaskRegistryKey** key) const {
-        return vaskGetRegistryKey_(path.c_str(), key);
+        return functions_.vaskGetRegistryKey(path.c_str(), key);
     }
 
     TarvoResult openWriter(bool allUsers, IVaskRegistryWriter** writer) const {
-        return vaskGetRegistryWriter_(allUsers ? 1 : 0, writer);
+        return functions_.vaskGetRegistryWriter(allUsers ? 1 : 0, writer);
     }
 
     TarvoResult openEnumerator(IVaskPMCEnumerator** enumerator) const {
-        return vaskGetPMCEnumerator_(enumerator);
+        return functions_.vaskGetPMCEnumerator(enumerator);
     }
 
     TarvoResult openLibraryEnumerator(IVaskLibraryEnumerator** enumerator) const {
-        return vaskGetLibraryEnumerator_(enumerator);
+        return functions_.vaskGetLibraryEnumerator(enumerator);
     }
 
     // The text of a result code in the installation's language.
     std::string description(TarvoResult code) const;
 
   private:
-    using TextFunction = TarvoResult(IVaskString*);
+    explicit Library(const TarvoEntryPoints& bound) : functions_{bound} {}
 
-    template <class Function>
-    void bind(Function*& function, const char* name);
-    std::string text(TextFunction* function) const;
+    static std::string text(TarvoResult (*function)(IVaskString*));
 
-    std::u16string path_;
-    platform::ModuleHandle module_ = nullptr;
-    getTarvoFolderFunction* getTarvoFolder_ = nullptr;
-    getTarvoDataFolderFunction* getTarvoDataFolder_ = nullptr;
-    getTarvoUserDataFolderFunction* getTarvoUserDataFolder_ = nullptr;
-    getTarvoLanguageFunction* getTarvoLanguage_ = nullptr;
-    getTarvoVersionFunction* getTarvoVersion_ = nullptr;
-    getErrorDescriptionFunction* getErrorDescription_ = nullptr;
-    vaskGetRegistryKeyFunction* vaskGetRegistryKey_ = nullptr;
-    vaskGetRegistryWriterFunction* vaskGetRegistryWriter_ = nullptr;
-    vaskGetPMCEnumeratorFunction* vaskGetPMCEnumerator_ = nullptr;
-    vaskGetLibraryEnumeratorFunction* vaskGetLibraryEnumerator_ = nullptr;
+    const TarvoEntryPoints& functions_;
 };
 
 // Raises Failure for a result other than RC_OK.

@@ -30,7 +30,7 @@ const char* scopeName(bool allUsers) {
 
 // Programs find the installation that the tool belongs to by this key.
 void install(bool allUsers) {
-    const Library library;
+    const Library library = Library::besideTool();
     const auto software = platform::SystemKey::openForWriting(rootOf(allUsers), u"Software");
     const auto parent = software ? software.create(kParent) : platform::SystemKey();
     const auto key = parent ? parent.create(kInstallation) : platform::SystemKey();
