@@ -67,7 +67,7 @@ class CreationCheck {
         if (allUsers != 0)
             return printStep("rights",
                              "elevated; it is registered for all users, so it is allowed");
-        printStep("rights", "elevated; it isn't registered for all users");
+        printStep("rights", "elevated; it has no Inproc64 location in the machine scope");
         throw Obstacle{"an elevated process creates only what stands in the machine scope alone, "
                        "with an Inproc64 location (RC_ELEVATION_REFUSED)",
                        "Register it with --scope machine and remove the user's registration, or "

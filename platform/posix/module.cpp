@@ -2,10 +2,12 @@
 
 #include "platform/posix/path.h"
 
+#include <array>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <link.h>
 #include <memory>
+#include <string_view>
 #include <sys/stat.h>
 
 namespace platform {
@@ -39,7 +41,13 @@ const std::u16string& storedOwnPath() {
     storedOwnPath();
 }
 
-thread_local std::string lastError;
+// Without a destructor of the thread's: it would keep this module loaded when its last user has let
+// go of it, until an exit routine of the module's own frees another one and this one under itself.
+thread_local std::array<char, 1024> lastError{};
+
+void noteError(std::string_view text) {
+    lastError[text.copy(lastError.data(), lastError.size() - 1)] = '\0';
+}
 
 bool isRegularFile(const char* path) {
     struct stat status;
@@ -57,19 +65,19 @@ ModuleHandle loadModule(std::u16string_view path) {
     if (isPath) {
         name = findPath(name).path;
         if (!isRegularFile(name.c_str())) {
-            lastError = "no such file";
+            noteError("no such file");
             return nullptr; // a pipe would have us wait
         }
     }
     void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module == nullptr) {
-        lastError = dlerror();
+        noteError(dlerror());
     }
     return module;
 }
 
 ModuleLoadError moduleLoadError() {
-    return {0, fromNativePath(lastError)};
+    return {0, fromNativePath(lastError.data())};
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {
