@@ -107,6 +107,8 @@ class BagDecoder {
             if (open_.size() > kMostLevels)
                 throw vask_link_error(RC_BAD_DATA);
             const std::u16string& name = last.names.strings()[last.next++].text();
+            if (last.node->nodes.contains(name) && ++repeats_ > kMostRepeats)
+                throw vask_link_error(RC_BAD_DATA);
             prefix_.resize(last.prefixLength);
             prefix_.append(name).append(u"//");
             begin(last.node->addNode(name));
@@ -166,6 +168,11 @@ class BagDecoder {
     }
 
     IVaskPersistReader* bag_;
+    // A name that stands twice in a list has its node decoded twice, and on many levels that
+    // doubles what there is to do on each.
+    static constexpr std::size_t kMostRepeats = 1000;
+
+    std::size_t repeats_ = 0;
     std::u16string prefix_; // of the node that was begun last
     std::deque<OpenNode> open_;
 };

@@ -214,10 +214,11 @@ TARVO_EXPORT tarvoDepersistFromTransitionFormatFunction tarvoDepersistFromTransi
  * RC_OK, RC_INVALID_ARGUMENT (sourceKind or targetKind), RC_NO_INTERFACE (reader is null or hasn't
  * got the interface), RC_INVALID_ARGUMENT (the reader doesn't show state in the transition form),
  * RC_FORMAT_TOO_NEW, RC_END_OF_DATA (the state is cut short, or has an unknown kind),
- * RC_BAD_DATA (an entry of another kind than it has to be, or nodes more than 1,000 levels below the
- * root), a code of the reader that failed, RC_NO_INTERFACE (pmc is null or hasn't got the
- * interface), otherwise what `load` gave. With RC_SEE_LAST_ERROR the detail is with the object that
- * failed, the reader or the component; it has been asked for its last error once by then. */
+ * RC_BAD_DATA (an entry of another kind than it has to be, nodes more than 1,000 levels below the
+ * root, or more than 1,000 repeated names of nodes in a bag), a code of the reader that failed,
+ * RC_NO_INTERFACE (pmc is null or hasn't got the interface), otherwise what `load` gave. With
+ * RC_SEE_LAST_ERROR the detail is with the object that failed, the reader or the component; it has
+ * been asked for its last error once by then. */
 typedef TarvoResult tarvoDepersistPMCFromTransitionFormatFunction(IVaskInterface* pmc,
                                                                   IVaskInterface* reader,
                                                                   uint32_t sourceKind,

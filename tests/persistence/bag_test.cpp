@@ -242,10 +242,10 @@ TEST(Bag, FailsWithTheCodeOfTheReader) {
         }
 }
 
-// A bag whose nodes go on down to a level, without a value anywhere.
+// A bag whose nodes go on down to a level, each with the same children, without a value anywhere.
 class DeepBag final : public tarvo::StateSource {
   public:
-    explicit DeepBag(std::size_t levels) : levels_(levels) {}
+    DeepBag(std::size_t levels, Texts children) : levels_(levels), children_(children) {}
 
   private:
     std::vector<std::u16string> valueNames() override { return {}; }
@@ -253,30 +253,38 @@ class DeepBag final : public tarvo::StateSource {
     const tarvo::StateValue* findValue(std::u16string_view name) override {
         static const tarvo::StateValue kForm = u"PropertyBag";
         static const tarvo::StateValue kVersion = 1;
-        static const tarvo::StateValue kChild = Texts{u"n"};
         if (name == u"TransitionFormat")
             return &kForm;
         if (name == u"MORVENPersistenceVersion")
             return &kVersion;
         const bool goesOn = name.ends_with(u"nodeNames") && name.size() / 3 < levels_ + 3;
-        return goesOn ? &kChild : &kNone;
+        return goesOn ? &children_ : &kNone;
     }
     Reference<IVaskPersistReader> openNode(std::u16string_view) override {
         return Reference<IVaskPersistReader>::share(pair());
     }
 
     std::size_t levels_; // each has three units: "n//"
+    tarvo::StateValue children_;
 };
 
 TEST(Bag, CanBeAThousandLevelsDeep) {
     runWithSmallStack([] {
         for (const auto& [levels, result] :
              {std::pair{1000u, RC_OK}, {1001u, RC_BAD_DATA}, {1000000u, RC_BAD_DATA}}) {
-            const auto bag = Reference<tarvo::StateSource>::share(new DeepBag(levels));
+            const auto bag = Reference<tarvo::StateSource>::share(new DeepBag(levels, {u"n"}));
             Component component;
             EXPECT_EQ(depersist(component, bag->pair()), result) << levels;
         }
     });
+}
+
+TEST(Bag, DoesNotGrowWithoutBoundFromRepeatedNames) {
+    for (const auto& [levels, result] : {std::pair{9u, RC_OK}, {100u, RC_BAD_DATA}}) {
+        const auto bag = Reference<tarvo::StateSource>::share(new DeepBag(levels, {u"n", u"n"}));
+        Component component;
+        EXPECT_EQ(depersist(component, bag->pair()), result) << levels;
+    }
 }
 
 } // namespace
