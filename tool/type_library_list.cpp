@@ -64,7 +64,8 @@ std::vector<TypeLibrary> allLibraries(const Library& library) {
             collection->table->getItem(collection->me, static_cast<std::int32_t>(i), item.out()),
             "cannot list the type libraries");
         const auto details = tarvo::query<IVaskLibraryDetails>(item.get(), kIVaskLibraryDetailsId);
-        require(details ? RC_OK : RC_NO_INTERFACE, "cannot describe a type library");
+        if (!details)
+            throw Failure("cannot describe a type library", RC_NO_INTERFACE);
         libraries.push_back(describe(*details));
     }
     return libraries;
