@@ -19,7 +19,7 @@ constexpr std::uint32_t kApartmentThreaded = TARVO_PMC_APARTMENT_THREADED;
 // What a process with few rights could have registered would run with many. The answer for Inproc64
 // stands for all locations.
 bool isRefusedToElevated(IVaskPMCRegistrationDetails& details) {
-    if (!platform::isElevated() || platform::isWine())
+    if (platform::isWine() || !platform::isElevated())
         return false;
     std::uint32_t isAllUsers = 0;
     try {

@@ -16,7 +16,7 @@ class NativeEntryPointCache {
   public:
     Result create(std::u16string_view path, const UUID& uuid, IVaskInterface** instance) {
         const std::lock_guard lock(mutex_);
-        vaskCreateObjectFunction* const entryPoint = entryPointOf(normalised(path));
+        vaskCreateObjectFunction* const entryPoint = entryPointOf(std::u16string(path));
         return entryPoint != nullptr ? entryPoint(&uuid, instance) : RC_CANNOT_CREATE;
     }
 
@@ -31,17 +31,30 @@ class NativeEntryPointCache {
     }
 
     vaskCreateObjectFunction* entryPointOf(std::u16string path) {
-        const auto known = entryPoints_.find(path);
-        if (known != entryPoints_.end())
+        const auto known = bySpelling_.find(path);
+        if (known != bySpelling_.end())
+            return known->second;
+        vaskCreateObjectFunction* const entryPoint = entryPointOfLibrary(normalised(path));
+        if (entryPoint != nullptr)
+            bySpelling_.emplace(std::move(path), entryPoint);
+        return entryPoint;
+    }
+
+    vaskCreateObjectFunction* entryPointOfLibrary(std::u16string path) {
+        const auto known = byLibrary_.find(path);
+        if (known != byLibrary_.end())
             return known->second;
         vaskCreateObjectFunction* const loaded = loadEntryPoint(path);
         if (loaded != nullptr)
-            entryPoints_.emplace(std::move(path), loaded);
+            byLibrary_.emplace(std::move(path), loaded);
         return loaded;
     }
 
+    using EntryPoints = std::unordered_map<std::u16string, vaskCreateObjectFunction*>;
+
     std::mutex mutex_;
-    std::unordered_map<std::u16string, vaskCreateObjectFunction*> entryPoints_;
+    EntryPoints byLibrary_;
+    EntryPoints bySpelling_; // the system takes its time to normalise a path
 };
 
 } // namespace
