@@ -170,7 +170,7 @@ class BagDecoder {
     IVaskPersistReader* bag_;
     // A name that stands twice in a list has its node decoded twice, and on many levels that
     // doubles what there is to do on each.
-    static constexpr std::size_t kMostRepeats = 1000;
+    static constexpr std::size_t kMostRepeats = 100;
 
     std::size_t repeats_ = 0;
     std::u16string prefix_; // of the node that was begun last

@@ -215,7 +215,7 @@ TARVO_EXPORT tarvoDepersistFromTransitionFormatFunction tarvoDepersistFromTransi
  * got the interface), RC_INVALID_ARGUMENT (the reader doesn't show state in the transition form),
  * RC_FORMAT_TOO_NEW, RC_END_OF_DATA (the state is cut short, or has an unknown kind),
  * RC_BAD_DATA (an entry of another kind than it has to be, nodes more than 1,000 levels below the
- * root, or more than 1,000 repeated names of nodes in a bag), a code of the reader that failed,
+ * root, or more than 100 repeated names of nodes in a bag), a code of the reader that failed,
  * RC_NO_INTERFACE (pmc is null or hasn't got the interface), otherwise what `load` gave. With
  * RC_SEE_LAST_ERROR the detail is with the object that failed, the reader or the component; it has
  * been asked for its last error once by then. */
