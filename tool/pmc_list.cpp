@@ -1,4 +1,5 @@
 #include "platform/console.h"
+#include "tarvo/text.hpp"
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/pmc.h"
@@ -84,6 +85,16 @@ std::string describeLocation(const ComponentLocation& location) {
     }
 }
 
+// A category with the name that a registered type library gives it, if one does.
+std::string describeCategory(const Library& library, const std::string& category) {
+    tarvo::Reference<IVaskRegistryKey> key;
+    tarvo::String name;
+    const std::u16string path = u"/types/categories/" + toUtf16(category);
+    if (library.openKey(path, key.out()) == RC_OK)
+        key->table->getStringValue(key->me, u"name", nullptr, name.pair());
+    return name.text().empty() ? category : category + "  " + toUtf8(name.text());
+}
+
 } // namespace
 
 void listComponents(const std::string& category, bool json) {
@@ -119,7 +130,7 @@ void showComponent(const std::string& name) {
                             ? "1: bound to one single-threaded apartment"
                             : std::to_string(component.flags));
     for (const std::string& category : component.categories)
-        printField("category", category);
+        printField("category", describeCategory(library, category));
     for (const ComponentLocation& location : component.locations)
         fmt::print("  {:<19} {}\n", kLocationNames[location.number], describeLocation(location));
 }
