@@ -15,6 +15,10 @@ function(tarvo_module target file_name exports_file)
     cmake_path(GET file_name STEM base)
     cmake_path(GET file_name EXTENSION suffix)
     set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME ${base} SUFFIX ${suffix} NO_SONAME ON)
+    # Its version can be read from the file without loading it.
+    file(CONFIGURE OUTPUT ${target}_version.c CONTENT
+        "__attribute__((used)) static const char kVersion[] = \"@(#)TARVO @PROJECT_VERSION@\";\n" @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.c)
     file(STRINGS ${exports_file} lines)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${exports_file})
     set(names "")

@@ -6,7 +6,7 @@
 #include "tool/library.h"
 #include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
-#include "tool/setup.h"
+#include "tool/setup_commands.h"
 #include "tool/state_commands.h"
 #include "tool/type_library_commands.h"
 
@@ -79,7 +79,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
         fmt::print(stderr, "tarvo: {}\n", describe(failure));
         return kFailed;
     }
-    return options.faultFound ? kFailed : kDone;
+    return options.faultFound || setupOptions.faultFound ? kFailed : kDone;
 }
 
 } // namespace

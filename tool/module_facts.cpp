@@ -115,6 +115,16 @@ class PEFile {
     std::uint64_t header_; // behind the signature
 };
 
+// The build leaves it in every module.
+std::string versionIn(std::string_view bytes) {
+    constexpr std::string_view kMark = "@(#)TARVO ";
+    const std::size_t found = bytes.find(kMark);
+    if (found == std::string_view::npos)
+        return {};
+    const std::string_view rest = bytes.substr(found + kMark.size());
+    return std::string(rest.substr(0, rest.find_first_not_of("0123456789.")));
+}
+
 ModuleFacts noLibrary(const char* kind) {
     ModuleFacts facts;
     facts.exists = true;
@@ -136,6 +146,15 @@ ModuleFacts examinePE(const Image& image) {
     return facts;
 }
 
+ModuleFacts examineImage(const Image& image) {
+    if (image.startsWith("\x7F"
+                         "ELF"))
+        return examineELF(image);
+    if (image.startsWith("MZ"))
+        return examinePE(image);
+    return noLibrary("no library");
+}
+
 } // namespace
 
 ModuleFacts examineModule(const std::u16string& path) {
@@ -146,13 +165,9 @@ ModuleFacts examineModule(const std::u16string& path) {
     TARVO::FileBytes bytes(opened.file);
     if (opened.error != platform::FileError::none || !bytes.readAll())
         return noLibrary("it can't be read");
-    const Image image(bytes.view());
-    if (image.startsWith("\x7F"
-                         "ELF"))
-        return examineELF(image);
-    if (image.startsWith("MZ"))
-        return examinePE(image);
-    return noLibrary("no library");
+    ModuleFacts facts = examineImage(Image(bytes.view()));
+    facts.version = versionIn(bytes.view());
+    return facts;
 }
 
 } // namespace tool

@@ -10,6 +10,7 @@ struct ModuleFacts {
     bool exists = false;
     bool fits = false;                // a library for this system and machine
     std::string kind;                 // for people: "32-bit library for Windows"
+    std::string version;              // of TARVO, if the file belongs to it
     std::vector<std::string> imports; // of a library for Windows: the libraries that it needs
 };
 

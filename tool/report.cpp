@@ -13,16 +13,25 @@ namespace {
 constexpr std::size_t kTitle = 15;
 constexpr std::size_t kLeft = 2 + kTitle + 1;
 
-// Takes as many words as fit into the columns; a word that is longer than that stands alone.
+// Where a line of so many columns ends: behind the last word that fits. A path that is longer than
+// that is parted behind one of its folders; any other long word stands alone.
+std::size_t endOfLine(std::string_view text, std::size_t columns) {
+    if (text.size() <= columns)
+        return text.size();
+    const std::size_t blank = text.rfind(' ', columns);
+    if (blank != std::string_view::npos && blank > 0)
+        return blank;
+    const std::size_t folder = text.find_last_of("/\\", columns - 1);
+    if (folder != std::string_view::npos && folder > 0)
+        return folder + 1;
+    return std::min(text.find_first_of(" /\\", columns), text.size());
+}
+
 std::string_view takeLine(std::string_view& text, std::size_t columns) {
-    std::size_t end = text.size();
-    if (end > columns) {
-        const std::size_t blank = text.rfind(' ', columns);
-        end = blank != std::string_view::npos && blank > 0 ? blank : text.find(' ');
-        end = std::min(end, text.size());
-    }
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
+    const std::string_view line = text.substr(0, endOfLine(text, columns));
+    text.remove_prefix(line.size());
+    if (text.starts_with(' '))
+        text.remove_prefix(1);
     return line;
 }
 
@@ -42,6 +51,12 @@ void printHeading(std::string_view text) {
 void printStep(std::string_view title, std::string_view text) {
     fmt::print("  {:<{}} ", title, kTitle);
     printWrapped(printable(text), kLeft);
+}
+
+void printItem(std::string_view lead, std::string_view text) {
+    constexpr std::size_t kLead = 3;
+    fmt::print("{:<{}} ", lead, kLead);
+    printWrapped(printable(text), kLead + 1);
 }
 
 void printVerdict(std::string_view verdict, std::string_view advice) {

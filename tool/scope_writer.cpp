@@ -1,5 +1,6 @@
 #include "tool/scope_writer.h"
 
+#include "tarvo/text.hpp"
 #include "tool/failure.h"
 #include "tool/text.h"
 
@@ -41,8 +42,7 @@ void KeyChange::setEmpty(const std::string& name) const {
             "cannot set the value " + name);
 }
 
-ScopeWriter::ScopeWriter(const Library& library, bool allUsers)
-    : scopeName_(allUsers ? "machine" : "user") {
+ScopeWriter::ScopeWriter(const Library& library, bool allUsers) : scopeName_(scopeName(allUsers)) {
     require(library.openWriter(allUsers, writer_.out()),
             "cannot change the " + scopeName_ + " scope");
 }
@@ -64,6 +64,11 @@ void ScopeWriter::deleteValue(const std::string& path, const std::string& name) 
             "cannot delete the value " + name + " of " + path);
 }
 
+void ScopeWriter::removeLocation(const tarvo::UUID& component, std::int32_t location) const {
+    require(writer_->table->unregisterPMCLocation(writer_->me, &component, location),
+            "cannot remove a location of " + toUtf8(component.string()));
+}
+
 bool ScopeWriter::hasKey(const std::string& path) const {
     tarvo::Reference<IVaskRegistryKey> key;
     const TarvoResult result =
@@ -81,6 +86,14 @@ bool ScopeWriter::hasValue(const std::string& path, const std::string& name) con
             "cannot open the key " + path);
     std::uint32_t type = 0;
     return key->table->getValueType(key->me, toUtf16(name).c_str(), nullptr, &type) == RC_OK;
+}
+
+std::string ScopeWriter::text(const std::string& path, const std::string& name) const {
+    tarvo::Reference<IVaskRegistryKey> key;
+    tarvo::String text;
+    if (writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out()) == RC_OK)
+        key->table->getStringValue(key->me, toUtf16(name).c_str(), nullptr, text.pair());
+    return toUtf8(text.text());
 }
 
 void ScopeWriter::commit() const {

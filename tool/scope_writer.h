@@ -4,12 +4,17 @@
 
 #include "tarvo/reference.hpp"
 #include "tarvo/registry_writer.h"
+#include "tarvo/uuid.hpp"
 #include "tool/library.h"
 
 #include <cstdint>
 #include <string>
 
 namespace tool {
+
+inline const char* scopeName(bool allUsers) {
+    return allUsers ? "machine" : "user";
+}
 
 // A key to change.
 class KeyChange {
@@ -37,9 +42,18 @@ class ScopeWriter {
     void deleteKey(const std::string& path) const;
     void deleteValue(const std::string& path, const std::string& name) const;
 
+    // Removes a location of a component; with the last one it goes as a whole.
+    void removeLocation(const tarvo::UUID& component, std::int32_t location) const;
+
     // Tells whether there is such a key or value in the scope.
     bool hasKey(const std::string& path) const;
     bool hasValue(const std::string& path, const std::string& name) const;
+
+    // What a string value holds; empty if there is none.
+    std::string text(const std::string& path, const std::string& name) const;
+
+    // For what has no function here.
+    IVaskRegistryWriter& get() const { return *writer_; }
 
     void commit() const;
 

@@ -1,16 +1,16 @@
-// The commands of `tarvo setup`: how an installation makes itself known to programs.
+// The commands of `tarvo setup`. Each prints its result and raises Failure if it can't do its work.
 #pragma once
-
-#include <CLI/CLI.hpp>
-#include <string>
 
 namespace tool {
 
-// What the command line says. It must outlive the parse, which also runs the command.
-struct SetupOptions {
-    std::string scope = "user";
-};
+// Makes the installation that the tool belongs to known to programs.
+void installSetup(bool allUsers);
 
-void addSetupCommands(CLI::App& app, SetupOptions& options);
+// Makes the installation that is known in a scope unknown.
+void removeSetup(bool allUsers);
+
+// Examines the installation and mends what it safely can if it is asked to. False if there are
+// findings that are left.
+bool checkSetup(bool asJson, bool mends);
 
 } // namespace tool

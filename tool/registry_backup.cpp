@@ -1,3 +1,5 @@
+#include "tool/registry_backup.h"
+
 #include "platform/file.h"
 #include "registry/registry_file.h"
 #include "tool/commands.h"
@@ -7,7 +9,6 @@
 #include "tool/text.h"
 
 #include <fmt/format.h>
-#include <optional>
 
 namespace tool {
 
@@ -34,18 +35,6 @@ std::optional<Failure> faultOf(const std::u16string& path) {
     return std::nullopt;
 }
 
-// The backup is as damaged as the file where commits went on from a damaged file. The last whole
-// one is beside it then.
-std::u16string wholeBackupOf(const std::u16string& path) {
-    const std::u16string backup = path + u".backup";
-    const auto fault = faultOf(backup);
-    if (!fault)
-        return backup;
-    if (const std::u16string aside = path + u".backup-whole"; !faultOf(aside))
-        return aside;
-    throw Failure(*fault);
-}
-
 // The file is overwritten in place while nobody else has it, as a commit does.
 void overwrite(const std::u16string& from, const std::u16string& to) {
     platform::OpenedFile source = platform::File::openForReading(from);
@@ -62,18 +51,36 @@ void overwrite(const std::u16string& from, const std::u16string& to) {
 
 } // namespace
 
+// The backup is as damaged as the file where commits went on from a damaged file. The last whole
+// one is beside it then.
+std::u16string wholeBackupOf(const std::u16string& path) {
+    std::u16string backup = path + u".backup";
+    const auto fault = faultOf(backup);
+    if (!fault)
+        return backup;
+    if (std::u16string aside = path + u".backup-whole"; !faultOf(aside))
+        return aside;
+    throw Failure(*fault);
+}
+
+RestoredBackup putBackupBack(const std::u16string& path) {
+    RestoredBackup restored{wholeBackupOf(path), {}};
+    if (platform::fileExists(path)) {
+        restored.keptAs = freeName(path);
+        if (!platform::copyFileOver(path, restored.keptAs))
+            throw Failure("cannot copy " + toUtf8(path) + " to " + toUtf8(restored.keptAs));
+    }
+    overwrite(restored.backup, path);
+    return restored;
+}
+
 void restoreBackup(Scope scope) {
     const Library library;
     const std::u16string path = library.registryPath(scope == Scope::machine);
-    const std::u16string backup = wholeBackupOf(path);
-    if (platform::fileExists(path)) {
-        const std::u16string aside = freeName(path);
-        if (!platform::copyFileOver(path, aside))
-            throw Failure("cannot copy " + toUtf8(path) + " to " + toUtf8(aside));
-        fmt::print("what was there is kept as {}\n", toUtf8(aside));
-    }
-    overwrite(backup, path);
-    fmt::print("{} is now as in {}\n", toUtf8(path), toUtf8(backup));
+    const RestoredBackup restored = putBackupBack(path);
+    if (!restored.keptAs.empty())
+        fmt::print("what was there is kept as {}\n", toUtf8(restored.keptAs));
+    fmt::print("{} is now as in {}\n", toUtf8(path), toUtf8(restored.backup));
 }
 
 } // namespace tool
