@@ -1,8 +1,7 @@
 #include "catalogue/pmc_registrar.h"
 
 #include "catalogue/names.h"
-
-#include <algorithm>
+#include "registry/writer_names.h"
 
 namespace TARVO {
 
@@ -42,15 +41,10 @@ Result TarvoPMCRegistrar::setText(const char16_t* text) {
 // The text is to be the name of a value.
 template <std::u16string PMCRegistrationRecord::*Field>
 Result TarvoPMCRegistrar::setProgId(const char16_t* progId) {
-    if (progId == nullptr)
-        return RC_NULL_POINTER;
-    const std::u16string_view text(progId);
-    const auto isRefused = [](char16_t unit) {
-        return unit < u' ' || unit == u'/' || unit == u'\\';
-    };
-    if (text.empty() || std::ranges::any_of(text, isRefused))
-        return RC_INVALID_ARGUMENT;
-    record_.*Field = text;
+    std::u16string folded;
+    if (const Result result = takeValueName(progId, folded); result != RC_OK)
+        return result == RC_NULL_POINTER ? result : RC_INVALID_ARGUMENT;
+    record_.*Field = progId;
     return RC_OK;
 }
 

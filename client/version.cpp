@@ -12,7 +12,10 @@ std::string takeField(std::u16string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(u'.'), text.size()));
     const std::u16string_view field = text.substr(0, text.find(u'.'));
     text.remove_prefix(field.size());
-    return {field.begin(), field.end()};
+    std::string narrowed;
+    for (const char16_t unit : field)
+        narrowed.push_back(unit < 0x80 ? static_cast<char>(unit) : '?');
+    return narrowed;
 }
 
 } // namespace

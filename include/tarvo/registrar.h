@@ -35,7 +35,7 @@ typedef struct IVaskPMCRegistrarTable {
     TarvoResult (*setUUID)(void* me, const TarvoUUID* uuid);
 
     /* [one thread at a time] Sets the ProgID, spelled as given.
-     *   progId  not empty, without `/`, `\` and characters below 32
+     *   progId  not empty, without `/`, `\`, characters below 32 and unpaired surrogates
      * RC_OK, RC_NULL_POINTER, RC_INVALID_ARGUMENT. */
     TarvoResult (*setProgId)(void* me, const char16_t* progId);
 

@@ -27,6 +27,8 @@ TEST_F(PMCRegistrar, ChecksWhatItIsGiven) {
         EXPECT_EQ(set(me, nullptr), RC_NULL_POINTER);
         for (const char16_t* refused : {u"", u"a/b", u"a\\b", u"a\u001Fb"})
             EXPECT_EQ(set(me, refused), RC_INVALID_ARGUMENT);
+        const char16_t unpaired[] = {u'a', 0xD800, 0};
+        EXPECT_EQ(set(me, unpaired), RC_INVALID_ARGUMENT);
         EXPECT_EQ(set(me, u"Test Pmc."), RC_OK);
     }
     EXPECT_EQ(table.setUUID(me, &nil), RC_INVALID_ARGUMENT);

@@ -280,7 +280,8 @@ TEST(Bag, CanBeAThousandLevelsDeep) {
 }
 
 TEST(Bag, DoesNotGrowWithoutBoundFromRepeatedNames) {
-    for (const auto& [levels, result] : {std::pair{6u, RC_OK}, {7u, RC_BAD_DATA}, {100u, RC_BAD_DATA}}) {
+    for (const auto& [levels, result] :
+         {std::pair{6u, RC_OK}, {7u, RC_BAD_DATA}, {100u, RC_BAD_DATA}}) {
         const auto bag = Reference<tarvo::StateSource>::share(new DeepBag(levels, {u"n", u"n"}));
         Component component;
         EXPECT_EQ(depersist(component, bag->pair()), result) << levels;
