@@ -86,7 +86,7 @@ class ScopeLeftovers {
              ""},
             fmt::format("The {} location is removed.", name),
             {}};
-        if (isGoneForGood(path))
+        if (isGoneForGood(path) && !isInOtherScope(key))
             leftover.change = [uuid, location](const ScopeWriter& writer) {
                 writer.removeLocation(uuid, location);
             };
@@ -142,6 +142,11 @@ class ScopeLeftovers {
              [progId](const ScopeWriter& writer) {
                  writer.deleteValue("/components/progids", progId);
              }});
+    }
+
+    // The class that is published stands for the component of both scopes, and would go too.
+    bool isInOtherScope(const TarvoRegistry& key) const {
+        return trees_.find(!allUsers_, below(kComponents, key.name())) != nullptr;
     }
 
     std::string scope() const { return scopeName(allUsers_); }

@@ -74,8 +74,8 @@ void examineRegistrations(Checkup& checkup, const Library& library) {
     checkup.beginSection("Registrations");
     try {
         const ScopeTrees trees(library);
-        examineLeftovers(checkup, library, trees);
         examineCategories(checkup, library, trees);
+        examineLeftovers(checkup, library, trees); // last, so that the backup is what was before
         examineClasses(checkup, [&](const tarvo::UUID& component) {
             return trees.hasKey(kComponents + (u'/' + component.string()));
         });
