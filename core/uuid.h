@@ -2,7 +2,7 @@
 // a name is taken for an identifier only if it looks exactly like one.
 #pragma once
 
-#include "tarvo/base.h"
+#include "tarvo/uuid.hpp"
 
 #include <array>
 #include <optional>
@@ -10,12 +10,12 @@
 
 namespace TARVO {
 
-constexpr std::size_t kUUIDTextLength = 38;
+constexpr std::size_t kUUIDTextLength = tarvo::UUID::kTextLength;
 
 // "{00010203-0405-0607-0809-0a0b0c0d0e0f}" and a terminator.
 class UUIDText {
   public:
-    explicit UUIDText(const UUID& uuid) noexcept;
+    explicit UUIDText(const UUID& uuid) noexcept : units_(tarvo::UUID(uuid).text()) {}
     std::u16string_view view() const noexcept { return {units_.data(), kUUIDTextLength}; }
     operator std::u16string_view() const noexcept { return view(); }
     const char16_t* terminated() const noexcept { return units_.data(); }

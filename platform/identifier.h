@@ -10,7 +10,7 @@ namespace platform {
 
 using IdentifierBytes = std::array<std::uint8_t, 16>;
 
-// "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}" and a null character.
+// "{00112233-4455-6677-8899-AABBCCDDEEFF}" and a null character.
 using ClassText = std::array<char16_t, 39>;
 
 // A new RFC 4122 identifier.

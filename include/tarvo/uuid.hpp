@@ -29,16 +29,15 @@ struct UUID : TarvoUUID {
     // The text as the library prints it, in lower case with braces, and a terminator.
     constexpr std::array<char16_t, kTextLength + 1> text() const noexcept {
         std::array<char16_t, kTextLength + 1> units{};
-        std::size_t digits = 0;
-        for (std::size_t i = 0; i < kTextLength; ++i) {
-            if (kLayout[i] != u'x') {
-                units[i] = kLayout[i];
-                continue;
-            }
-            const unsigned pair = bytes[digits / 2];
-            units[i] = u"0123456789abcdef"[digits % 2 == 0 ? pair >> 4 : pair & 15];
-            ++digits;
+        std::size_t next = 0;
+        units[next++] = u'{';
+        for (std::size_t i = 0; i < sizeof bytes; ++i) {
+            if (beginsGroup(i))
+                units[next++] = u'-';
+            units[next++] = kDigits[bytes[i] >> 4];
+            units[next++] = kDigits[bytes[i] & 15];
         }
+        units[next] = u'}';
         return units;
     }
     std::u16string string() const { return std::u16string(text().data(), kTextLength); }
@@ -46,22 +45,18 @@ struct UUID : TarvoUUID {
     // Reads a whole text of that layout, in either case. What vaskUUIDFromString accepts beyond it
     // is nothing here.
     static constexpr std::optional<UUID> parse(std::u16string_view text) noexcept {
-        UUID uuid;
-        if (text.size() != kTextLength)
+        if (text.size() != kTextLength || text.front() != u'{' || text.back() != u'}')
             return std::nullopt;
-        std::size_t digits = 0;
-        int high = 0;
-        for (std::size_t i = 0; i < kTextLength; ++i) {
-            const int digit = digitValue(text[i]);
-            if (kLayout[i] == u'x' ? digit < 0 : text[i] != kLayout[i])
+        UUID uuid;
+        std::size_t next = 1;
+        for (std::size_t i = 0; i < sizeof uuid.bytes; ++i) {
+            if (beginsGroup(i) && text[next++] != u'-')
                 return std::nullopt;
-            if (kLayout[i] != u'x')
-                continue;
-            if (digits % 2 == 0)
-                high = digit;
-            else
-                uuid.bytes[digits / 2] = static_cast<std::uint8_t>(high * 16 + digit);
-            ++digits;
+            const std::uint8_t high = digitValue(text[next++]);
+            const std::uint8_t low = digitValue(text[next++]);
+            if (high == kNoDigit || low == kNoDigit)
+                return std::nullopt;
+            uuid.bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
         }
         return uuid;
     }
@@ -80,16 +75,26 @@ struct UUID : TarvoUUID {
     }
 
   private:
-    static constexpr std::u16string_view kLayout = u"{xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx}";
+    static constexpr std::u16string_view kDigits = u"0123456789abcdef";
+    static constexpr std::uint8_t kNoDigit = 16;
 
-    static constexpr int digitValue(char16_t unit) noexcept {
-        if (unit >= u'0' && unit <= u'9')
-            return unit - u'0';
-        if (unit >= u'a' && unit <= u'f')
-            return unit - u'a' + 10;
-        if (unit >= u'A' && unit <= u'F')
-            return unit - u'A' + 10;
-        return -1;
+    // Whether the text has a hyphen before a byte's two digits.
+    static constexpr bool beginsGroup(std::size_t byte) noexcept {
+        return byte == 4 || byte == 6 || byte == 8 || byte == 10;
+    }
+
+    static constexpr auto kDigitValues = [] {
+        std::array<std::uint8_t, u'f' + 1> values{};
+        values.fill(kNoDigit);
+        for (std::size_t value = 0; value < kDigits.size(); ++value)
+            values[kDigits[value]] = static_cast<std::uint8_t>(value);
+        for (std::size_t capital = u'A'; capital <= u'F'; ++capital)
+            values[capital] = values[capital + (u'a' - u'A')];
+        return values;
+    }();
+
+    static constexpr std::uint8_t digitValue(char16_t unit) noexcept {
+        return unit < kDigitValues.size() ? kDigitValues[unit] : kNoDigit;
     }
 };
 
