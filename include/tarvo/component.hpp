@@ -52,9 +52,7 @@ struct ComponentSlot<T, Member, TarvoResult (Base::*)(Arguments...)> {
         } catch (const std::bad_alloc&) {
             return RC_OUT_OF_MEMORY;
         } catch (const std::system_error& error) {
-            return error.code().category() == resultCategory()
-                       ? static_cast<TarvoResult>(error.code().value())
-                       : TarvoResult{RC_UNSPECIFIED};
+            return resultOf(error);
         } catch (...) {
             return RC_UNSPECIFIED;
         }

@@ -77,6 +77,13 @@ inline std::error_code errorOf(TarvoResult result) noexcept {
     return {static_cast<int>(result), resultCategory()};
 }
 
+// The other way: the code that an error of this category bears; any other is RC_UNSPECIFIED.
+inline TarvoResult resultOf(const std::system_error& error) noexcept {
+    return error.code().category() == resultCategory()
+               ? static_cast<TarvoResult>(error.code().value())
+               : TarvoResult{RC_UNSPECIFIED};
+}
+
 // The text of a code for people, given the library's own function for it.
 inline std::u16string textOfResult(TarvoResult result,
                                    getErrorDescriptionFunction& getErrorDescription) {

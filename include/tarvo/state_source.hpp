@@ -79,9 +79,7 @@ class StateSource {
         try {
             return body();
         } catch (const std::system_error& error) {
-            return error.code().category() == resultCategory()
-                       ? static_cast<TarvoResult>(error.code().value())
-                       : TarvoResult{RC_UNSPECIFIED};
+            return resultOf(error);
         } catch (...) {
             return RC_UNSPECIFIED;
         }
