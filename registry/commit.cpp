@@ -15,9 +15,6 @@ namespace TARVO {
 
 namespace {
 
-constexpr char16_t kBackupSuffix[] = u".backup";
-constexpr char16_t kWholeBackupSuffix[] = u".backup-whole";
-
 // Whether a file is no state to be kept: a new one, or what is left of a commit that was killed or
 // ran out of room.
 bool isUnfinished(bool allUsers, platform::File& file) {

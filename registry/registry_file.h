@@ -14,6 +14,11 @@
 
 namespace TARVO {
 
+// What stands beside the file is named after it: the copy of the state before a commit, and the last
+// such copy that was whole, once a damaged one has taken its place.
+constexpr const char16_t* kBackupSuffix = u".backup";
+constexpr const char16_t* kWholeBackupSuffix = u".backup-whole";
+
 // Opens the file to read it. RC_OK without a file if there is none; RC_ACCESS_DENIED;
 // RC_UNSPECIFIED.
 Result openRegistryShared(const std::u16string& path, platform::File& file);

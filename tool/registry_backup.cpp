@@ -54,11 +54,11 @@ void overwrite(const std::u16string& from, const std::u16string& to) {
 // The backup is as damaged as the file where commits went on from a damaged file. The last whole
 // one is beside it then.
 std::u16string wholeBackupOf(const std::u16string& path) {
-    std::u16string backup = path + u".backup";
+    std::u16string backup = path + TARVO::kBackupSuffix;
     const auto fault = faultOf(backup);
     if (!fault)
         return backup;
-    if (std::u16string aside = path + u".backup-whole"; !faultOf(aside))
+    if (std::u16string aside = path + TARVO::kWholeBackupSuffix; !faultOf(aside))
         return aside;
     throw Failure(*fault);
 }

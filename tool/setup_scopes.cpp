@@ -1,5 +1,6 @@
 #include "platform/file.h"
 #include "platform/process.h"
+#include "registry/registry_file.h"
 #include "tool/registry_backup.h"
 #include "tool/registry_file.h"
 #include "tool/scope_writer.h"
@@ -94,7 +95,7 @@ class ScopeExamination {
 
     // A damaged backup does no harm by itself, but tells that changes went on from a damaged file.
     void examineBackup() {
-        const std::u16string path = path_ + u".backup";
+        const std::u16string path = path_ + TARVO::kBackupSuffix;
         const auto backup = read(path);
         checkup_.note("backup", backup ? stateOf(*backup) : "can't be read");
         if (!backup || !isDamaged(*backup))
