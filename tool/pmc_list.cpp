@@ -3,6 +3,7 @@
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/pmc.h"
+#include "tool/scope_writer.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -19,10 +20,6 @@ const char* kindOf(const Component& component) {
     return component.isCOMClass() ? "COM" : "native";
 }
 
-const char* scopeOf(bool allUsers) {
-    return allUsers ? "machine" : "user";
-}
-
 std::vector<Component> componentsOf(const Catalogue& catalogue, const std::string& category) {
     if (category.empty())
         return catalogue.all();
@@ -36,7 +33,7 @@ ordered_json asJson(const Component& component) {
     ordered_json locations = ordered_json::object();
     for (const ComponentLocation& location : component.locations)
         locations[std::string(kLocationNames[location.number])] = {
-            {"text", location.text}, {"scope", scopeOf(location.allUsers)}};
+            {"text", location.text}, {"scope", scopeName(location.allUsers)}};
     return {{"uuid", toUtf8(component.uuid.string())},
             {"kind", kindOf(component)},
             {"name", component.name},
@@ -65,7 +62,7 @@ void printTable(const std::vector<Component>& components) {
     fmt::print("{:<{}}  {:<6}  {:<7}  {}\n", "NAME", width, "KIND", "SCOPE", "UUID");
     for (const Component& component : components)
         fmt::print("{:<{}}  {:<6}  {:<7}  {}\n", fitted(printable(component.name), width), width,
-                   kindOf(component), scopeOf(component.allUsers()),
+                   kindOf(component), scopeName(component.allUsers()),
                    toUtf8(component.uuid.string()));
 }
 
@@ -77,11 +74,12 @@ void printField(const char* title, const std::string& text) {
 std::string describeLocation(const ComponentLocation& location) {
     switch (location.number) {
     case TARVO_LOCATION_COM32:
-        return fmt::format("a class of the 32-bit view, {} scope", scopeOf(location.allUsers));
+        return fmt::format("a class of the 32-bit view, {} scope", scopeName(location.allUsers));
     case TARVO_LOCATION_COM64:
-        return fmt::format("a class of the 64-bit view, {} scope", scopeOf(location.allUsers));
+        return fmt::format("a class of the 64-bit view, {} scope", scopeName(location.allUsers));
     default:
-        return fmt::format("{}  ({} scope)", printable(location.text), scopeOf(location.allUsers));
+        return fmt::format("{}  ({} scope)", printable(location.text),
+                           scopeName(location.allUsers));
     }
 }
 

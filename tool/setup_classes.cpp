@@ -1,6 +1,7 @@
 #include "tool/setup_classes.h"
 
 #include "catalogue/publication.h"
+#include "catalogue/system_class.h"
 #include "platform/system_text.h"
 #include "tool/text.h"
 
@@ -15,7 +16,6 @@ using platform::RegistryRoot;
 using platform::RegistryView;
 using platform::SystemKey;
 
-constexpr RegistryView kViews[] = {RegistryView::view32, RegistryView::view64};
 constexpr RegistryRoot kRoots[] = {RegistryRoot::currentUser, RegistryRoot::localMachine};
 
 // The one library that serves all published classes.
@@ -46,13 +46,13 @@ std::set<tarvo::UUID> publishedIn(RegistryRoot root, RegistryView view) {
 std::set<tarvo::UUID> allPublished() {
     std::set<tarvo::UUID> published;
     for (const RegistryRoot root : kRoots)
-        for (const RegistryView view : kViews)
+        for (const RegistryView view : TARVO::kRegistryViews)
             published.merge(publishedIn(root, view));
     return published;
 }
 
 std::string removeEverywhere(const tarvo::UUID& uuid) {
-    for (const RegistryView view : kViews)
+    for (const RegistryView view : TARVO::kRegistryViews)
         TARVO::removeClass(uuid, view);
     if (allPublished().contains(uuid))
         throw Failure("the class is still there; an administrator may remove it");
