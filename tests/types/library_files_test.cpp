@@ -5,6 +5,9 @@
 
 #include <tarvo/result.h>
 
+#include <filesystem>
+#include <functional>
+#include <future>
 #include <gtest/gtest.h>
 
 namespace {
@@ -39,13 +42,22 @@ TEST(LibraryFiles, ComeAndGoBesideTheRegistryFile) {
     EXPECT_FALSE(platform::fileExists(data / u"new.tidl"));
 }
 
+// Two at the same time, since each is tried for ten seconds: a source that is gone, and a target
+// that not even a superuser can write.
 TEST(LibraryFiles, KeepTheCopiesBeforeOneThatFails) {
-    const TemporaryFolder data;
-    LibraryFiles files;
-    files.stage(data.write(u"source", "text"), u"first.tidl");
-    files.stage(data / u"missing", u"second.tidl");
-    EXPECT_EQ(files.copyStaged(data / u"registry.dat"), RC_NO_DATA_FOLDER);
-    EXPECT_EQ(TemporaryFolder::textOf(data / u"first.tidl"), "text");
+    const auto copyThenFail = [](const TemporaryFolder& data, const std::u16string& source) {
+        LibraryFiles files;
+        files.stage(data.write(u"source", "text"), u"first.tidl");
+        files.stage(source, u"second.tidl");
+        EXPECT_EQ(files.copyStaged(data / u"registry.dat"), RC_NO_DATA_FOLDER);
+        EXPECT_EQ(TemporaryFolder::textOf(data / u"first.tidl"), "text");
+    };
+    const TemporaryFolder withoutSource;
+    const TemporaryFolder withoutRight;
+    std::filesystem::create_directory(withoutRight / u"second.tidl");
+    const auto other = std::async(std::launch::async, copyThenFail, std::cref(withoutRight),
+                                  withoutRight.write(u"other", "text"));
+    copyThenFail(withoutSource, withoutSource / u"missing");
 }
 
 } // namespace
