@@ -4,6 +4,7 @@
 //
 //     cmake/wine --fresh build/windows build/windows/bench/bench_catalogue_scan.exe
 #include "bench/machine.h"
+#include "bench/require.h"
 #include "platform/identifier.h"
 #include "platform/system_registry.h"
 
@@ -24,6 +25,7 @@
 
 namespace {
 
+using bench::require;
 using platform::RegistryRoot;
 using platform::RegistryView;
 using platform::SubkeyNames;
@@ -33,11 +35,6 @@ constexpr std::uint32_t kCount = 5000; // of native components, and of classes
 constexpr std::array kViews = {RegistryView::view32, RegistryView::view64};
 constexpr std::array kDescription = {u"Name",  u"Description", u"VaskVersion", u"ComponentVersion",
                                      u"About", u"VendorURL",   u"HelpURL"};
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // A different one for each number, as spread as real ones are. Numbers from `kCount` on are those
 // of classes, and `2 * kCount` is that of the category that makes them components.

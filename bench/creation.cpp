@@ -4,6 +4,7 @@
 #include "bench/creation_component.h"
 #include "bench/creation_peers.h"
 #include "bench/machine.h"
+#include "bench/require.h"
 #include "platform/module.h"
 
 #include <tarvo/instantiation.h>
@@ -21,12 +22,8 @@
 
 namespace {
 
+using bench::require;
 using Instance = tarvo::Reference<IVaskInterface>;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 // Beside this program.
 std::u16string componentLibrary() {

@@ -1,5 +1,6 @@
 #include "bench/creation_component.h"
 #include "bench/creation_peers.h"
+#include "bench/require.h"
 #include "platform/identifier.h"
 #include "platform/system_registry.h"
 
@@ -18,11 +19,6 @@ using platform::SystemKey;
 
 const auto kClassText =
     platform::classText(std::bit_cast<platform::IdentifierBytes>(bench::kNothing));
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 SystemKey allClasses() {
     return SystemKey::openForWriting(RegistryRoot::localMachine, u"Software\\Classes",

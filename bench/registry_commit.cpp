@@ -3,6 +3,7 @@
 // each of its steps alone.
 #include "bench/machine.h"
 #include "bench/registry_data.h"
+#include "bench/require.h"
 #include "registry/registry_file.h"
 #include "registry/registry_key_writer.h"
 #include "registry/registry_parser.h"
@@ -25,15 +26,11 @@
 
 namespace {
 
+using bench::require;
 using tarvo::Reference;
 using TARVO::TarvoRegistry;
 using Writer = Reference<IVaskRegistryWriter>;
 using KeyWriter = Reference<IVaskRegistryKeyWriter>;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 struct Edit {
     Writer writer;

@@ -1,17 +1,17 @@
 // The decoder of the bag form on a bag that is made up from arbitrary bytes while it is asked. What
 // it decodes without a complaint must be a tree that can be written and read.
+#include "fuzz/require.h"
 #include "persistence/bag_decoder.h"
 #include "persistence/stream_decoder.h"
 #include "tarvo/state_source.hpp"
 #include "tool/stream_writer.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <span>
 
 namespace {
 
+using fuzz::require;
 using tarvo::StateValue;
 
 class MadeUpBag final : public tarvo::StateSource {
@@ -135,13 +135,6 @@ class MadeUpBag final : public tarvo::StateSource {
     std::span<const std::uint8_t> bytes_;
     std::map<std::u16string, std::optional<StateValue>> items_;
 };
-
-void require(bool holds, const char* what) {
-    if (!holds) {
-        std::fprintf(stderr, "%s\n", what);
-        std::abort();
-    }
-}
 
 } // namespace
 

@@ -1,23 +1,13 @@
 // The decoder of the stream form on arbitrary bytes: it must take all of them, tell where and why
 // the bad ones end, and read the good ones as what they are read as when they are written again.
+#include "fuzz/require.h"
 #include "persistence/stream_decoder.h"
 #include "tool/stream_writer.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
-namespace {
-
-void require(bool holds, const char* what) {
-    if (!holds) {
-        std::fprintf(stderr, "%s\n", what);
-        std::abort();
-    }
-}
-
-} // namespace
+using fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto part = TARVO::TARVOPersistenceNode::make();

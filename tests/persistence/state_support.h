@@ -3,6 +3,7 @@
 #pragma once
 
 #include "persistence/copy_reader.h"
+#include "tests/support/rich_values.h"
 #include "tests/support/tarvo_library.h"
 #include "tool/stream_writer.h"
 
@@ -92,24 +93,8 @@ inline Bytes payloadOf(const std::shared_ptr<StateTree>& tree) {
 
 // A tree with every kind of value in it.
 inline std::shared_ptr<StateTree> richTree() {
-    tarvo::Value text;
-    text.setText(u"inner");
-    tarvo::Value yes;
-    yes.setBoolean(7);
     auto tree = std::make_shared<StateTree>();
-    tree->values = {{u"real", -1.5},
-                    {u"int", -5},
-                    {u"bool", true},
-                    {u"string", u"text"},
-                    {u"enum", tarvo::Enumeration{9}},
-                    {u"value", text},
-                    {u"reals", std::vector<double>{1, 2}},
-                    {u"ints", std::vector<std::int32_t>{1, -2}},
-                    {u"bools", std::vector<bool>{true, false}},
-                    {u"strings", std::vector<std::u16string>{u"one", u""}},
-                    {u"enums", std::vector<tarvo::Enumeration>{tarvo::Enumeration{3}}},
-                    {u"values", std::vector<tarvo::Value>{text, yes, tarvo::Value()}},
-                    {u"bytes", Bytes{0, 255}}};
+    tree->values = richValues();
     tree->addNode(u"real").values[u"x"] = 1;
     tree->addNode(u"").addNode(u"deep").values[u""] = std::vector<double>();
     return tree;
