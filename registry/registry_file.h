@@ -14,8 +14,8 @@
 
 namespace TARVO {
 
-// What stands beside the file is named after it: the copy of the state before a commit, and the last
-// such copy that was whole, once a damaged one has taken its place.
+// What stands beside the file is named after it: the copy of the state before a commit, and the
+// last such copy that was whole, once a damaged one has taken its place.
 constexpr const char16_t* kBackupSuffix = u".backup";
 constexpr const char16_t* kWholeBackupSuffix = u".backup-whole";
 
