@@ -33,7 +33,7 @@ struct Service : Counted<Service> {
 
     IMarshalService pair{this, &kTable};
     std::string what;
-    int references = 1;
+    std::atomic<int> references = 1;
 };
 
 TarvoResult start(const std::string& what, IMarshalService** service) {

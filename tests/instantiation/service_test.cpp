@@ -4,6 +4,8 @@
 #include <tarvo/environment.h>
 
 #include <chrono>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -74,6 +76,40 @@ TEST(Services, AreStartedOnceForEachTargetAndStoppedInOrder) {
     EXPECT_EQ(resultAt(0, u"32.dll"), TarvoResult{RC_OK});
     EXPECT_EQ(marshal.takeNotes().substr(0, 9), "start 00\n");
     tarvoTerminate();
+}
+
+std::size_t countOf(std::string_view line, std::string_view notes) {
+    std::size_t count = 0;
+    for (std::size_t at = notes.find(line); at != notes.npos; at = notes.find(line, at + 1))
+        ++count;
+    return count;
+}
+
+TEST(Services, AndLibrariesServeManyThreadsWhileTheyAreStopped) {
+    constexpr std::size_t kThreads = 8;
+    constexpr std::size_t kTimes = 50;
+    const Module& marshal = marshalLibrary();
+    tarvoTerminate();
+    marshal.takeNotes();
+    component().takeNotes();
+    std::vector<std::thread> creators;
+    for (std::size_t thread = 0; thread < kThreads; ++thread)
+        creators.emplace_back([thread] {
+            for (std::size_t i = 0; i < kTimes; ++i) {
+                if (thread == 0 && i % 20 == 10)
+                    tarvoTerminate();
+                EXPECT_EQ(resultAt(0, u"32.dll"), TarvoResult{RC_OK});
+                EXPECT_EQ(resultAt(1, builtModule("component.dll")), TarvoResult{RC_OK});
+            }
+        });
+    for (std::thread& creator : creators)
+        creator.join();
+    tarvoTerminate();
+    const std::string notes = marshal.takeNotes();
+    EXPECT_GE(countOf("start 00\n", notes), 1u);
+    EXPECT_EQ(countOf("service released, 0\n", notes), countOf("start 00\n", notes));
+    EXPECT_EQ(countOf("instance released, 0\n", notes), kThreads * kTimes);
+    EXPECT_EQ(countOf("instance released, 0\n", component().takeNotes()), kThreads * kTimes);
 }
 
 TEST(Services, PassOnTheirFailures) {

@@ -8,6 +8,8 @@
 #include <tarvo/result.h>
 #include <tarvo/text.hpp>
 
+#include <atomic>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,10 +28,12 @@ using answerWithFunction = void(const Answers& answers);
 
 namespace stand_in {
 
+inline std::mutex notesMutex;
 inline std::string notes;
 inline Answers answers;
 
 inline void note(const std::string& line) {
+    const std::lock_guard lock(notesMutex);
     notes += line + "\n";
 }
 
@@ -43,8 +47,9 @@ struct Counted {
     static void addReference(void* me) { ++static_cast<Object*>(me)->references; }
     static void release(void* me) {
         auto* object = static_cast<Object*>(me);
-        note(std::string(Object::kName) + " released, " + std::to_string(--object->references));
-        if (object->references == 0)
+        const int left = --object->references;
+        note(std::string(Object::kName) + " released, " + std::to_string(left));
+        if (left == 0)
             delete object;
     }
     static TarvoResult queryInterface(void*, const TarvoUUID*, IVaskInterface** found) {
@@ -65,11 +70,12 @@ struct Instance : Counted<Instance> {
     explicit Instance(int count) : references(count) {}
 
     IVaskInterface pair{this, &kTable};
-    int references;
+    std::atomic<int> references;
 };
 
 inline const char* takeNotesOfModule() {
     static std::string taken;
+    const std::lock_guard lock(notesMutex);
     taken = std::exchange(notes, {});
     return taken.c_str();
 }
