@@ -1,5 +1,6 @@
 // Formatted input of an identifier's text, written out: the standard libraries read it from 32-bit
 // wide characters on one platform, and differ in small things.
+#include "platform/hexadecimal.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -12,19 +13,6 @@ bool isSpace(char16_t c) {
            c == 0x205F || c == 0x3000;
 }
 
-int digitValue(char16_t c) {
-    if (c >= u'0' && c <= u'9') {
-        return c - u'0';
-    }
-    if (c >= u'a' && c <= u'f') {
-        return c - u'a' + 10;
-    }
-    if (c >= u'A' && c <= u'F') {
-        return c - u'A' + 10;
-    }
-    return -1;
-}
-
 // Reads the number of one field of at most two characters and moves `at` behind it.
 bool scanField(const char16_t*& at, std::uint8_t& byte) {
     while (isSpace(*at)) {
@@ -34,14 +22,14 @@ bool scanField(const char16_t*& at, std::uint8_t& byte) {
     const bool isNegative = *at == u'-';
     at += hasSign ? 1 : 0;
 
-    const int first = digitValue(*at);
+    const int first = hexadecimalValue(*at);
     if (first < 0) {
         return false;
     }
     ++at;
     int value = first;
     if (!hasSign) {
-        const int second = digitValue(*at);
+        const int second = hexadecimalValue(*at);
         const bool isPrefix = first == 0 && (*at == u'x' || *at == u'X');
         if (second >= 0) {
             value = first * 16 + second;

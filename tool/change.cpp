@@ -3,6 +3,7 @@
 #include "tool/failure.h"
 #include "tool/scope_writer.h"
 #include "tool/text.h"
+#include "tool/uuid_argument.h"
 
 #include <charconv>
 
@@ -16,13 +17,6 @@ std::int32_t readInteger(const std::string& text) {
     if (error != std::errc() || end != text.data() + text.size())
         throw Failure("not a number from -2147483648 to 2147483647: " + text);
     return number;
-}
-
-TarvoUUID readUuid(const std::string& text) {
-    const auto uuid = tarvo::UUID::parse(toUtf16(text));
-    if (!uuid)
-        throw Failure("not an identifier like {01234567-89ab-cdef-0123-456789abcdef}: " + text);
-    return *uuid;
 }
 
 } // namespace
@@ -39,7 +33,7 @@ void setRegistryValue(const ValuePlace& place, ValueType type, const std::string
         key.setInteger(place.name, readInteger(text));
         break;
     case ValueType::uuid:
-        key.setUuid(place.name, readUuid(text));
+        key.setUuid(place.name, uuidArgument(text));
         break;
     case ValueType::empty:
         key.setEmpty(place.name);

@@ -5,6 +5,7 @@
 #include "tool/pmc.h"
 #include "tool/scope_writer.h"
 #include "tool/text.h"
+#include "tool/uuid_argument.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -23,10 +24,7 @@ const char* kindOf(const Component& component) {
 std::vector<Component> componentsOf(const Catalogue& catalogue, const std::string& category) {
     if (category.empty())
         return catalogue.all();
-    const auto uuid = tarvo::UUID::parse(toUtf16(category));
-    if (!uuid)
-        throw Failure("not an identifier like {01234567-89ab-cdef-0123-456789abcdef}: " + category);
-    return catalogue.inCategory(*uuid);
+    return catalogue.inCategory(uuidArgument(category));
 }
 
 ordered_json asJson(const Component& component) {

@@ -5,6 +5,7 @@
 #include "tool/manifest.h"
 #include "tool/pmc.h"
 #include "tool/text.h"
+#include "tool/uuid_argument.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -56,13 +57,6 @@ void fillIn(IVaskPMCRegistrar& registrar, const Manifest& manifest) {
                 "the library refuses a location");
 }
 
-tarvo::UUID parseUuid(const std::string& text) {
-    const auto uuid = tarvo::UUID::parse(toUtf16(text));
-    if (!uuid)
-        throw Failure("not an identifier like {01234567-89ab-cdef-0123-456789abcdef}: " + text);
-    return *uuid;
-}
-
 // A component's key in the writer's own scope; null if it isn't registered there.
 tarvo::Reference<IVaskRegistryKey> registrationOf(const Writer& writer, const tarvo::UUID& uuid) {
     tarvo::Reference<IVaskRegistryKey> key;
@@ -99,7 +93,7 @@ void registerComponent(const std::string& manifestPath, bool allUsers) {
 }
 
 void unregisterComponent(const std::string& uuidText, const std::string& location, bool allUsers) {
-    const tarvo::UUID uuid = parseUuid(uuidText);
+    const tarvo::UUID uuid = uuidArgument(uuidText);
     const Library library;
     const Writer writer = openWriter(library, allUsers);
     if (!registrationOf(writer, uuid))

@@ -8,6 +8,7 @@
 #include "tool/key_source.h"
 #include "tool/pmc.h"
 #include "tool/report.h"
+#include "tool/scope.h"
 #include "tool/system_class.h"
 #include "tool/text.h"
 
@@ -19,10 +20,8 @@ namespace tool {
 
 namespace {
 
-constexpr bool kUserThenMachine[] = {false, true};
-
-const char* scopeName(bool allUsers) {
-    return allUsers ? "machine scope" : "user scope";
+std::string scopeTitle(bool allUsers) {
+    return fmt::format("{} scope", scopeName(allUsers));
 }
 
 // A key of one scope's file. Null if there is none; `reason` says why if that is a fault.
@@ -42,19 +41,12 @@ std::optional<std::string> valueOf(const KeySource& key, const std::string& lowe
     return std::nullopt;
 }
 
-std::string lowered(std::string text) {
-    for (char& byte : text)
-        if (byte >= 'A' && byte <= 'Z')
-            byte = static_cast<char>(byte + 'a' - 'A');
-    return text;
-}
-
 // Looks a ProgID up as a host's request does: the user's scope, the machine's, then the classes of
 // the system. The first that knows it decides.
 std::optional<tarvo::UUID> resolveProgId(const Library& library, const std::string& progId) {
     printHeading("ProgID " + progId);
     std::optional<std::string> found;
-    const auto look = [&](const char* where, const std::optional<std::string>& uuid) {
+    const auto look = [&](const std::string& where, const std::optional<std::string>& uuid) {
         const char* note = uuid && found ? "  (hidden)" : "";
         printStep(where, uuid ? *uuid + note : "not known");
         if (uuid && !found)
@@ -64,9 +56,9 @@ std::optional<tarvo::UUID> resolveProgId(const Library& library, const std::stri
         std::string reason;
         const auto key = scopeKey(library, allUsers, u"/components/progids", reason);
         if (!reason.empty())
-            printStep(scopeName(allUsers), reason + "; nothing in it is seen");
+            printStep(scopeTitle(allUsers), reason + "; nothing in it is seen");
         else
-            look(scopeName(allUsers), key ? valueOf(*key, lowered(progId)) : std::nullopt);
+            look(scopeTitle(allUsers), key ? valueOf(*key, lowered(progId)) : std::nullopt);
     }
     for (const auto view : {platform::RegistryView::view32, platform::RegistryView::view64})
         look(viewName(view), classOfProgId(toUtf16(progId), view));
@@ -95,12 +87,12 @@ Registrations describeRegistrations(const Library& library, const tarvo::UUID& u
         std::string reason;
         const auto key = scopeKey(library, allUsers, u"/components/pmcs/" + uuid.string(), reason);
         if (!reason.empty())
-            printStep(scopeName(allUsers), reason + "; nothing in it is seen");
+            printStep(scopeTitle(allUsers), reason + "; nothing in it is seen");
         else if (!key)
-            printStep(scopeName(allUsers), "none");
+            printStep(scopeTitle(allUsers), "none");
         else
             printStep(
-                scopeName(allUsers),
+                scopeTitle(allUsers),
                 summaryOf(*key) +
                     (found.isNative ? "; each value that the user's scope has too is hidden" : ""));
         found.isNative = found.isNative || key;

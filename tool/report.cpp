@@ -11,7 +11,7 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kTitle = 15;
-constexpr std::size_t kLeft = 2 + kTitle + 1;
+constexpr std::size_t kTextColumn = 2 + kTitle + 1;
 
 // Where a line of so many columns ends: behind the last word that fits. A path that is longer than
 // that is parted behind one of its folders; any other long word stands alone.
@@ -50,7 +50,7 @@ void printHeading(std::string_view text) {
 
 void printStep(std::string_view title, std::string_view text) {
     fmt::print("  {:<{}} ", title, kTitle);
-    printWrapped(printable(text), kLeft);
+    printWrapped(printable(text), kTextColumn);
 }
 
 void printItem(std::string_view lead, std::string_view text) {

@@ -3,6 +3,7 @@
 
 #include "registry/tree.h"
 #include "tool/library.h"
+#include "tool/scope.h"
 
 #include <array>
 #include <string>
@@ -10,7 +11,8 @@
 
 namespace tool {
 
-inline constexpr bool kUserThenMachine[] = {false, true};
+// Where the registrations of native components are, by identifier.
+inline constexpr const char16_t* kComponents = u"components/pmcs";
 
 class ScopeTrees {
   public:

@@ -6,15 +6,12 @@
 #include "tarvo/registry_writer.h"
 #include "tarvo/uuid.hpp"
 #include "tool/library.h"
+#include "tool/scope.h"
 
 #include <cstdint>
 #include <string>
 
 namespace tool {
-
-inline const char* scopeName(bool allUsers) {
-    return allUsers ? "machine" : "user";
-}
 
 // A key to change.
 class KeyChange {

@@ -16,7 +16,6 @@ namespace {
 using TARVO::NamedValue;
 using TARVO::TarvoRegistry;
 
-constexpr const char16_t* kComponents = u"components/pmcs";
 constexpr const char16_t* kProgIds = u"components/progids";
 constexpr const char16_t* kFilings = u"components/categories";
 

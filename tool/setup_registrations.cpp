@@ -12,8 +12,6 @@ namespace tool {
 
 namespace {
 
-constexpr const char16_t* kComponents = u"components/pmcs";
-
 void mend(const Library& library, bool allUsers, std::vector<Leftover>& leftovers) {
     if (std::ranges::none_of(leftovers, [](const Leftover& one) { return bool(one.change); }))
         return;

@@ -87,7 +87,7 @@ ordered_json contentOf(const TARVOPersistenceValue& value) {
     return std::visit([](const auto& content) { return jsonOf(content); }, value.content);
 }
 
-class TextWriter {
+class StateText {
   public:
     void values(const NodeValues& values, std::size_t) {
         for (const auto& [name, value] : values)
@@ -124,7 +124,7 @@ class TextWriter {
     TreeLines lines_;
 };
 
-class JsonWriter {
+class StateJson {
   public:
     void values(const NodeValues& values, std::size_t) {
         ordered_json object = ordered_json::object();
@@ -174,7 +174,7 @@ void showState(const std::string& file, bool asJson) {
     const auto record =
         recordIn(file, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
     const auto root = TARVO::TARVOPersistenceNode::make();
-    const auto print = asJson ? tool::print<JsonWriter> : tool::print<TextWriter>;
+    const auto print = asJson ? tool::print<StateJson> : tool::print<StateText>;
     try {
         TARVO::decodeStreamUpToDamage(record, *root);
         print(*root);

@@ -21,13 +21,6 @@ constexpr std::string_view kGatedCategories[] = {"{0d562dc8-ea8e-4210-ab39-b6651
                                                  "{4150c28a-ee06-403f-a871-87afec38a249}"};
 constexpr std::string_view kEnablingCategory = "{4667023a-5a8e-4cca-ab6d-9d78c5112fed}";
 
-std::string lowered(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 'a' - 'A') : byte;
-    });
-    return text;
-}
-
 std::vector<std::string> categoriesOf(const SystemKey& classKey) {
     std::vector<std::string> categories;
     const SystemKey key = classKey.open(u"Implemented Categories");

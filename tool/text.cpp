@@ -20,6 +20,13 @@ void dropLast(std::string_view& text) {
 
 } // namespace
 
+std::string lowered(std::string text) {
+    for (char& byte : text)
+        if (byte >= 'A' && byte <= 'Z')
+            byte = static_cast<char>(byte + 'a' - 'A');
+    return text;
+}
+
 std::string printable(std::string_view text) {
     std::string shown;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "tool/tree_text.h"
 
+#include "tool/scope.h"
 #include "tool/text.h"
 #include "tool/tree_form.h"
 
@@ -30,10 +31,6 @@ const char* typeName(RegistryValueType type) {
     return "empty";
 }
 
-const char* scopeName(const ShownValue& value) {
-    return value.allUsers ? "machine" : "user";
-}
-
 // Calls the writer with what is in the key, each key's values before its sub-keys.
 template <class Writer>
 void walk(std::unique_ptr<KeySource> root, Writer& writer) {
@@ -62,12 +59,13 @@ void walk(std::unique_ptr<KeySource> root, Writer& writer) {
     }
 }
 
-class TextWriter {
+class RegistryText {
   public:
     void values(const std::vector<ShownValue>& values) {
         for (const ShownValue& value : values)
-            lines_.addValue(value.name, content(value),
-                            fmt::format("{:<7}  {}", typeName(value.type), scopeName(value)));
+            lines_.addValue(
+                value.name, content(value),
+                fmt::format("{:<7}  {}", typeName(value.type), scopeName(value.allUsers)));
     }
     void beginKey(std::string_view name) { lines_.beginNode(name); }
     void endKey() { lines_.endNode(); }
@@ -90,14 +88,14 @@ class TextWriter {
     TreeLines lines_;
 };
 
-class JsonWriter {
+class RegistryJson {
   public:
     void values(const std::vector<ShownValue>& values) {
         nlohmann::ordered_json object = nlohmann::ordered_json::object();
         for (const ShownValue& value : values)
             object[value.name] = {{"type", typeName(value.type)},
                                   {"value", content(value)},
-                                  {"scope", scopeName(value)}};
+                                  {"scope", scopeName(value.allUsers)}};
         json_.setValues(object);
     }
     void beginKey(const std::string& name) { json_.beginNode(name); }
@@ -122,13 +120,13 @@ class JsonWriter {
 } // namespace
 
 std::string treeAsText(std::unique_ptr<KeySource> root) {
-    TextWriter writer;
+    RegistryText writer;
     walk(std::move(root), writer);
     return writer.take();
 }
 
 std::string treeAsJson(std::unique_ptr<KeySource> root) {
-    JsonWriter writer;
+    RegistryJson writer;
     walk(std::move(root), writer);
     return writer.take();
 }

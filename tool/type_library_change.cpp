@@ -4,6 +4,7 @@
 #include "tool/text.h"
 #include "tool/type_library.h"
 #include "tool/type_library_registration.h"
+#include "tool/uuid_argument.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -11,13 +12,6 @@
 namespace tool {
 
 namespace {
-
-tarvo::UUID parseUuid(const std::string& text) {
-    const auto uuid = tarvo::UUID::parse(toUtf16(text));
-    if (!uuid)
-        throw Failure("not an identifier like {01234567-89ab-cdef-0123-456789abcdef}: " + text);
-    return *uuid;
-}
 
 [[noreturn]] void refuse(const tarvo::UUID& uuid, bool allUsers) {
     throw Failure(fmt::format("{} is not registered in the {} scope", toUtf8(uuid.string()),
@@ -50,14 +44,14 @@ void registerDefinition(const std::string& path, bool allUsers) {
 }
 
 void unregisterTypeLibrary(const std::string& uuidText, bool allUsers) {
-    const tarvo::UUID uuid = parseUuid(uuidText);
+    const tarvo::UUID uuid = uuidArgument(uuidText);
     if (!unregisterFrom(Library(), uuid, allUsers))
         refuse(uuid, allUsers);
 }
 
 void setTypeLibraryLocation(const std::string& uuidText, const std::string& location,
                             const std::string& text, bool allUsers) {
-    const tarvo::UUID uuid = parseUuid(uuidText);
+    const tarvo::UUID uuid = uuidArgument(uuidText);
     const Library library;
     const ScopeWriter writer = writerFor(library, uuid, allUsers);
     require(writer.get().table->setLibraryLocation(writer.get().me, &uuid, locationNumber(location),
@@ -68,7 +62,7 @@ void setTypeLibraryLocation(const std::string& uuidText, const std::string& loca
 
 void removeTypeLibraryLocation(const std::string& uuidText, const std::string& location,
                                bool allUsers) {
-    const tarvo::UUID uuid = parseUuid(uuidText);
+    const tarvo::UUID uuid = uuidArgument(uuidText);
     const Library library;
     const ScopeWriter writer = writerFor(library, uuid, allUsers);
     require(

@@ -2,6 +2,7 @@
 // those who open through here, in this process and in others.
 #include "platform/file.h"
 
+#include "platform/posix/mode.h"
 #include "platform/posix/path.h"
 #include "platform/posix/uninterrupted.h"
 
@@ -13,8 +14,6 @@
 
 namespace platform {
 namespace {
-
-constexpr mode_t kEverybody = 0666; // the process's mask takes from it
 
 FileError errorOf(int code) {
     switch (code) {
@@ -45,7 +44,7 @@ int descriptorOf(std::intptr_t handle) {
     return static_cast<int>(handle);
 }
 
-int openPath(const char* path, int flags, mode_t mode = kEverybody) {
+int openPath(const char* path, int flags, mode_t mode = kFileMode) {
     // Not blocking: a pipe would have us wait for its other end.
     return uninterrupted(
         [=] { return open(path, flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, mode); });
@@ -188,7 +187,7 @@ bool copyFileOver(std::u16string_view from, std::u16string_view to) {
     // rights go with the text, or a copy could be read by more people than the source; but the next
     // copy is to go over this one.
     const std::string path = findPath(nativePath(to)).path;
-    const mode_t mode = (status->st_mode & kEverybody) | S_IWUSR;
+    const mode_t mode = (status->st_mode & kFileMode) | S_IWUSR;
     File target = FileAccess::hold(openPath(path.c_str(), O_WRONLY | O_CREAT, mode), LOCK_EX).file;
     if (!target) {
         return false;

@@ -1,5 +1,6 @@
 #include "platform/folder.h"
 
+#include "platform/posix/mode.h"
 #include "platform/posix/path.h"
 #include "platform/posix/place.h"
 
@@ -8,8 +9,6 @@
 
 namespace platform {
 namespace {
-
-constexpr mode_t kEverybody = 0777; // the process's mask takes from it
 
 // Empty if there is no such place.
 std::string placeOf(SpecialFolder which) {
@@ -33,7 +32,7 @@ bool folderExists(std::u16string_view path) {
 
 bool createFolder(std::u16string_view path) {
     const FoundPath place = findPath(nativePath(path));
-    return !place.found && place.folderFound && mkdir(place.path.c_str(), kEverybody) == 0;
+    return !place.found && place.folderFound && mkdir(place.path.c_str(), kFolderMode) == 0;
 }
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/posix/hive_text.h"
 
+#include "platform/hexadecimal.h"
 #include "platform/posix/ascii_case.h"
 #include "platform/text.h"
 
@@ -11,7 +12,7 @@ namespace platform {
 namespace {
 
 constexpr std::u16string_view kFirstLine = u"Windows Registry Editor Version 5.00";
-constexpr std::u16string_view kDigits = u"0123456789abcdef";
+constexpr std::u16string_view kHiveDigits = u"0123456789abcdef";
 
 constexpr std::uint32_t kTextType = 1;
 constexpr std::uint32_t kBytesType = 3;
@@ -134,8 +135,8 @@ class HiveReader {
         std::uint32_t number = 0;
         std::size_t digits = 0;
         for (; digits < mostDigits && digits < rest_.size(); ++digits) {
-            const std::size_t value = kDigits.find(loweredAscii(rest_[digits]));
-            if (value == kDigits.npos) {
+            const int value = hexadecimalValue(rest_[digits]);
+            if (value < 0) {
                 break;
             }
             number = number << 4 | static_cast<std::uint32_t>(value);
@@ -312,7 +313,7 @@ class HiveWriter {
         for (int digit = allDigits - 1; digit >= 0; --digit) {
             const std::uint32_t rest = number >> (4 * digit);
             if (rest > 0 || digit < leastDigits) {
-                text_ += kDigits[rest & 15];
+                text_ += kHiveDigits[rest & 15];
             }
         }
     }

@@ -1,6 +1,6 @@
 #include "platform/identifier.h"
 
-#include "platform/posix/ascii_case.h"
+#include "platform/hexadecimal.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -11,26 +11,11 @@
 namespace platform {
 namespace {
 
-constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+constexpr std::u16string_view kClassDigits = u"0123456789ABCDEF";
 
 // Whether the text has a hyphen before a byte's two digits.
 constexpr bool beginsGroup(std::size_t byte) {
     return byte == 4 || byte == 6 || byte == 8 || byte == 10;
-}
-
-// By character; -1 for what is no digit.
-constexpr auto kDigitValues = [] {
-    std::array<std::int8_t, 'f' + 1> values;
-    values.fill(-1);
-    for (std::size_t value = 0; value < kDigits.size(); ++value) {
-        values[kDigits[value]] = values[loweredAscii(kDigits[value])] =
-            static_cast<std::int8_t>(value);
-    }
-    return values;
-}();
-
-int digitValue(char16_t c) {
-    return c < kDigitValues.size() ? kDigitValues[c] : -1;
 }
 
 } // namespace
@@ -56,11 +41,11 @@ std::optional<IdentifierBytes> classIdentifier(const char16_t* text) {
         if (beginsGroup(i) && *text++ != u'-') {
             return std::nullopt;
         }
-        const int high = digitValue(*text++);
+        const int high = hexadecimalValue(*text++);
         if (high < 0) {
             return std::nullopt;
         }
-        const int low = digitValue(*text++);
+        const int low = hexadecimalValue(*text++);
         if (low < 0) {
             return std::nullopt;
         }
@@ -77,8 +62,8 @@ ClassText classText(const IdentifierBytes& bytes) {
         if (beginsGroup(i)) {
             *next++ = u'-';
         }
-        *next++ = kDigits[bytes[i] >> 4];
-        *next++ = kDigits[bytes[i] & 15];
+        *next++ = kClassDigits[bytes[i] >> 4];
+        *next++ = kClassDigits[bytes[i] & 15];
     }
     *next++ = u'}';
     *next = u'\0';

@@ -1,12 +1,12 @@
 #include "platform/posix/place.h"
 
+#include "platform/posix/mode.h"
+
 #include <cstdlib>
 #include <sys/stat.h>
 
 namespace platform {
 namespace {
-
-constexpr mode_t kEverybody = 0777; // the process's mask takes from it
 
 // The value of a variable that is an absolute path, else nothing. Programs that run with another's
 // rights get none.
@@ -36,9 +36,9 @@ bool ensureFolder(const std::string& path) {
     }
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1)) {
-        mkdir(path.substr(0, end).c_str(), kEverybody);
+        mkdir(path.substr(0, end).c_str(), kFolderMode);
     }
-    mkdir(path.c_str(), kEverybody);
+    mkdir(path.c_str(), kFolderMode);
     return isFolder(path);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/posix/replaced_file.h"
 
+#include "platform/posix/mode.h"
 #include "platform/posix/uninterrupted.h"
 
 #include <chrono>
@@ -13,8 +14,6 @@
 
 namespace platform {
 namespace {
-
-constexpr mode_t kEverybody = 0666; // the process's mask takes from it
 
 // More than a tick of the clock that files get their times from.
 constexpr std::chrono::nanoseconds kTick = std::chrono::milliseconds{50};
@@ -50,9 +49,9 @@ bool takeRightsOf(const std::string& path, int descriptor) {
     }
     if (status.st_uid != geteuid() && fchown(descriptor, status.st_uid, status.st_gid) != 0) {
         // Only a superuser can give a file back to its owner; for others it is theirs from now on.
-        return errno == EPERM && fchmod(descriptor, status.st_mode & kEverybody) == 0;
+        return errno == EPERM && fchmod(descriptor, status.st_mode & kFileMode) == 0;
     }
-    return fchmod(descriptor, status.st_mode & kEverybody) == 0;
+    return fchmod(descriptor, status.st_mode & kFileMode) == 0;
 }
 
 } // namespace
@@ -80,7 +79,7 @@ bool FileState::isStillThatOf(const FileState& now) const {
 ReplacingLock::ReplacingLock(const std::string& path) {
     const std::string name = lockOf(path);
     descriptor_ = uninterrupted([&] {
-        return open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW, kEverybody);
+        return open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW, kFileMode);
     });
     if (descriptor_ >= 0 && uninterrupted([&] { return flock(descriptor_, LOCK_EX); }) != 0) {
         close(std::exchange(descriptor_, -1));
@@ -102,7 +101,7 @@ bool replaceFile(const std::string& path, std::string_view text) {
     const std::string draft = path + ".new";
     unlink(draft.c_str()); // a process may have ended while it wrote one
     const int descriptor = uninterrupted(
-        [&] { return open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kEverybody); });
+        [&] { return open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kFileMode); });
     if (descriptor < 0) {
         return false;
     }

@@ -4,6 +4,7 @@
 #include "platform/system_registry.h"
 #include "platform/text.h"
 #include "tests/support/process.h"
+#include "tests/support/text.h"
 
 #include <tarvo/client.h>
 #include <tarvo/text.hpp>
@@ -15,14 +16,9 @@
 namespace {
 
 using platform::RegistryRoot;
+using tests::narrow;
 
 constexpr const char16_t* kParent = u"Software\\Ostrandia\\TARVO";
-
-std::string narrow(std::u16string_view text) {
-    std::string result;
-    platform::appendUtf8(text, result);
-    return result;
-}
 
 // "bound" or the message, and the version of the library that the table leads to.
 void tryToBind() {

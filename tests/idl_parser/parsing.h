@@ -5,6 +5,7 @@
 #include "platform/text.h"
 #include "tests/platform/temporary_folder.h"
 #include "tests/support/definition_text.h"
+#include "tests/support/text.h"
 
 #include <tarvo/idl_parser.h>
 #include <tarvo/reference.hpp>
@@ -17,12 +18,6 @@
 namespace tests {
 
 using ParseResult = tarvo::Reference<IVaskIDLParseResult>;
-
-inline std::u16string wide(std::string_view text) {
-    std::u16string result;
-    platform::appendUtf16(text, result);
-    return result;
-}
 
 inline ParseResult parse(const char16_t* path) {
     static auto* const function = reinterpret_cast<VaskIDLParseFunction*>(

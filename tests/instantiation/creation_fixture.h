@@ -6,6 +6,7 @@
 #include "platform/module.h"
 #include "platform/process.h"
 #include "tests/instantiation/stand_in.h"
+#include "tests/support/text.h"
 
 #include <tarvo/text.hpp>
 
@@ -14,10 +15,6 @@
 #include <string>
 
 namespace tests {
-
-inline std::u16string wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
 
 // Details of a component's registration that note down how they are asked.
 class Details {

@@ -88,11 +88,11 @@ TEST(Hive, OfTheUserLiesOverThatOfTheMachineInTheClassesRoot) {
     EXPECT_TRUE(setText(kUser, u"Software\\Classes\\BOTH\\M\\n", u"", u"user"));
     EXPECT_TRUE(setText(kUser, u"Software\\Classes\\BOTH", u"Name", u"user"));
     EXPECT_TRUE(setText(kUser, u"Software\\Classes\\Wow6432Node\\CLSID\\{U}", u"", u"user"));
-    using Names = std::vector<std::u16string>;
     const auto root = SystemKey::open(RegistryRoot::classesRoot, u"");
-    EXPECT_EQ(subkeysOf(root), (Names{u"BOTH", u"CLSID", u"OfMachine", u"Wow6432Node"}));
+    EXPECT_EQ(subkeysOf(root),
+              (std::vector<std::u16string>{u"BOTH", u"CLSID", u"OfMachine", u"Wow6432Node"}));
     const auto both = root.open(u"both");
-    EXPECT_EQ(subkeysOf(both), (Names{u"a", u"M"}));
+    EXPECT_EQ(subkeysOf(both), (std::vector<std::u16string>{u"a", u"M"}));
     EXPECT_EQ(textAt(both, u"name"), u"user");
     EXPECT_EQ(textAt(both, u"other"), u"machine");
     EXPECT_EQ(textAt(both.open(u"m"), u""), u"machine");
@@ -169,7 +169,7 @@ void useWithoutRights() {
         std::cout << std::endl;
     }
 }
-const support::Role kOrdinaryUser{"ordinary user of hives", useWithoutRights};
+const support::Role kOrdinaryHiveUser{"ordinary user of hives", useWithoutRights};
 
 TEST(Hive, NeedsTheRightToReplaceItsFile) {
     using std::filesystem::perms;
@@ -201,7 +201,7 @@ void writeWithoutRoom() {
     std::cout << setText(kUser, u"Key", u"", big.c_str()) << batch.store();
     std::cout << (textAt(SystemKey::open(kUser, u"Key"), u"") == u"old") << std::endl;
 }
-const support::Role kFullDisk{"full disk for hives", writeWithoutRoom};
+const support::Role kFullHiveDisk{"full disk for hives", writeWithoutRoom};
 
 TEST(Hive, StaysAsItIsWhereThereIsNoRoom) {
     const Machine machine;
@@ -225,7 +225,7 @@ void countInPairs() {
         }
     }
 }
-const support::Role kCounter{"counter in pairs", countInPairs};
+const support::Role kPairCounter{"counter in pairs", countInPairs};
 
 TEST(Hive, LosesNothingThatAKilledProcessHasStored) {
     const Machine machine;

@@ -5,6 +5,7 @@
 #include "tests/platform/file_errors.h"
 #include "tests/platform/temporary_folder.h"
 #include "tests/support/process.h"
+#include "tests/support/text.h"
 
 #include <array>
 #include <cstdlib>
@@ -22,18 +23,8 @@ namespace {
 using platform::File;
 using platform::FileError;
 using support::Process;
-
-std::u16string wide(std::string_view text) {
-    std::u16string result;
-    platform::appendUtf16(text, result);
-    return result;
-}
-
-std::string narrow(std::u16string_view text) {
-    std::string result;
-    platform::appendUtf8(text, result);
-    return result;
-}
+using tests::narrow;
+using tests::wide;
 
 platform::OpenedFile openAs(std::string_view way, const std::u16string& path) {
     if (way == "read") {

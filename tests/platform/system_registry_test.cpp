@@ -2,6 +2,7 @@
 #include "platform/system_registry.h"
 #include "tests/support/process.h"
 #include "tests/support/system_registry.h"
+#include "tests/support/text.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -24,14 +25,8 @@ using support::storedValue;
 using support::StoredValue;
 using support::subkeysOf;
 using support::textBytes;
-
-std::u16string wide(std::string_view text) {
-    return {text.begin(), text.end()};
-}
-
-std::string narrow(std::u16string_view text) {
-    return {text.begin(), text.end()};
-}
+using tests::narrow;
+using tests::wide;
 
 using Names = std::vector<std::u16string>;
 

@@ -5,6 +5,7 @@
 
 #include "platform/module.h"
 #include "platform/text.h"
+#include "tests/support/text.h"
 
 #include <tarvo/tarvo.h>
 
@@ -14,18 +15,6 @@
 #include <string_view>
 
 namespace tests {
-
-inline std::u16string wide(std::string_view text) {
-    std::u16string result;
-    platform::appendUtf16(text, result);
-    return result;
-}
-
-inline std::string narrow(std::u16string_view text) {
-    std::string result;
-    platform::appendUtf8(text, result);
-    return result;
-}
 
 class TarvoLibrary {
   public:

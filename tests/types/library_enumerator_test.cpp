@@ -1,5 +1,6 @@
 // Which type libraries an enumerator finds in the two scopes, and what it tells of them.
 #include "tests/support/registry_files.h"
+#include "tests/types/library_id.h"
 
 #include <tarvo/identification.h>
 #include <tarvo/identifiers.h>
@@ -12,13 +13,6 @@ using namespace tests;
 
 using Details = tarvo::Reference<IVaskLibraryDetails>;
 using Enumerator = tarvo::Reference<IVaskLibraryEnumerator>;
-
-constexpr tarvo::UUID idOf(int number) {
-    tarvo::UUID id;
-    id.bytes[0] = 0xAB;
-    id.bytes[15] = static_cast<std::uint8_t>(number);
-    return id;
-}
 
 std::string keyOf(int number) {
     return narrow(idOf(number).string());
@@ -58,7 +52,7 @@ Details libraryOf(const Enumerator& enumerator, int number) {
     return details;
 }
 
-std::u16string textOf(const Details& details, TarvoResult (*slot)(void*, IVaskString*)) {
+std::u16string textIn(const Details& details, TarvoResult (*slot)(void*, IVaskString*)) {
     tarvo::String text;
     EXPECT_EQ(slot(details->me, text.pair()), RC_OK);
     return text.text();
@@ -102,11 +96,11 @@ TEST_F(LibraryEnumerator, TakesEachLibraryFromTheScopeThatCounts) {
         ASSERT_EQ(static_cast<bool>(details), winner != nobody) << userContent << machineContent;
         if (winner == nobody)
             continue;
-        EXPECT_EQ(textOf(details, details->table->getName), winner == user ? u"user" : u"machine");
-        EXPECT_EQ(textOf(details, details->table->getVersion), version);
+        EXPECT_EQ(textIn(details, details->table->getName), winner == user ? u"user" : u"machine");
+        EXPECT_EQ(textIn(details, details->table->getVersion), version);
         const auto folder =
             registryFile(winner == user ? Scope::user : Scope::machine).parent_path();
-        EXPECT_EQ(std::filesystem::path(textOf(details, details->table->getDefinitionPath)),
+        EXPECT_EQ(std::filesystem::path(textIn(details, details->table->getDefinitionPath)),
                   folder / "AB000000-0000-0000-0000-000000000001.tidl");
     }
 }

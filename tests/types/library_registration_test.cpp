@@ -1,6 +1,7 @@
 // Type libraries on their way into a scope and out of it, with a parser that gives what each case
 // asks for.
 #include "tests/support/registry_writers.h"
+#include "tests/types/library_id.h"
 #include "tests/types/parser_scenario.h"
 
 #include <tarvo/uuid.hpp>
@@ -8,13 +9,6 @@
 namespace {
 
 using namespace tests;
-
-constexpr tarvo::UUID idOf(int number) {
-    tarvo::UUID id;
-    id.bytes[0] = 0xAB;
-    id.bytes[15] = static_cast<std::uint8_t>(number);
-    return id;
-}
 
 std::u16string keyOf(const char16_t* table, int number) {
     return std::u16string(u"/types/") + table + u"/" + idOf(number).string();
