@@ -20,7 +20,7 @@ enum class FileError {
     accessDenied,     // no right to it, or a folder bears the name
     sharingViolation, // held by somebody whose sharing mode excludes this one; worth another try
     exists,
-    other, // devices, pipes and sockets among them: they are never waited for
+    other, // on Linux a device, pipe or socket too, so that it is never waited for
 };
 
 struct OpenedFile;

@@ -74,13 +74,6 @@ TEST(File, TellsFailuresApart) {
     EXPECT_EQ(errorsOf(folder.path()), aFolder);
 }
 
-TEST(File, RefusesWhatIsNoFileWithoutWaiting) {
-    for (const auto* path : {TARVO_TEST_DEVICE, TARVO_TEST_PIPE}) {
-        EXPECT_EQ(errorOf(File::openForReading(path)), FileError::other);
-        EXPECT_EQ(errorOf(File::openExclusive(path)), FileError::other);
-    }
-}
-
 TEST(File, ReadsToTheEndInPiecesOfAnySize) {
     const TemporaryFolder folder;
     std::string text(100'000, '\0');

@@ -16,6 +16,13 @@ using platform::File;
 using platform::FileError;
 using platform::SpecialFolder;
 
+TEST(Posix, RefusesWhatIsNoFileWithoutWaiting) {
+    for (const auto* path : {u"/dev/zero", TARVO_TEST_PIPE}) {
+        EXPECT_EQ(errorOf(File::openForReading(path)), FileError::other);
+        EXPECT_EQ(errorOf(File::openExclusive(path)), FileError::other);
+    }
+}
+
 TEST(Posix, PlacesFoldersByTheEnvironment) {
     const TemporaryFolder folder;
     const std::string here = std::filesystem::path{folder.path()}.string();
