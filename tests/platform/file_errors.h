@@ -3,6 +3,7 @@
 
 #include "platform/file.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 #include <string>
 
@@ -30,6 +31,12 @@ inline std::string nameOf(FileError error) {
 
 inline void PrintTo(FileError error, std::ostream* out) {
     *out << nameOf(error);
+}
+
+// There is a file exactly if there is no error.
+inline FileError errorOf(const OpenedFile& opened) {
+    EXPECT_EQ(static_cast<bool>(opened.file), opened.error == FileError::none);
+    return opened.error;
 }
 
 } // namespace platform

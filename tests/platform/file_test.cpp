@@ -26,11 +26,6 @@ void PrintTo(const Errors& errors, std::ostream* out) {
          << nameOf(errors.create);
 }
 
-FileError errorOf(const platform::OpenedFile& opened) {
-    EXPECT_EQ(static_cast<bool>(opened.file), opened.error == FileError::none);
-    return opened.error;
-}
-
 Errors errorsOf(const std::u16string& path) {
     const FileError reading = errorOf(File::openForReading(path));
     const FileError exclusive = errorOf(File::openExclusive(path));
