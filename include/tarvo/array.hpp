@@ -9,6 +9,7 @@
 #include <cstring>
 #include <iterator>
 #include <span>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -110,6 +111,12 @@ class BasicObjectArray {
 } // namespace detail
 
 // An array of numbers, for slots that take an IVaskArray of the element type.
+//
+//     tarvo::ConstantString name(u"gains");
+//     tarvo::ScalarArray<double> gains;
+//     if (reader->table->GetArrayReal(reader->me, name.pair(), gains.pair()) == RC_OK)
+//         for (const double gain : gains.elements())
+//             std::cout << gain << '\n';
 template <class Element>
 class ScalarArray : public detail::BasicScalarArray<IVaskArray, Element> {
     using Base = detail::BasicScalarArray<IVaskArray, Element>;
@@ -135,14 +142,27 @@ class ObjectArray : public detail::BasicObjectArray<IVaskArray, Element> {
 };
 
 //     tarvo::StringArray names;
-//     if (key->table->getKeyNames(key->me, names.pair()) == RC_OK)
+//     if (reader->table->ValueNames(reader->me, names.pair()) == RC_OK)
 //         for (const tarvo::String& name : names.strings())
-//             use(name.text());
+//             std::cout << tarvo::toUtf8(name.text()) << '\n';
 class StringArray : public ObjectArray<String> {
   public:
     std::span<const String> strings() const noexcept { return elements(); }
 };
 
+// Moves the texts out of an array.
+inline std::vector<std::u16string> takeTexts(StringArray& array) {
+    std::vector<std::u16string> texts;
+    texts.reserve(array.elements().size());
+    for (String& string : array.elements())
+        texts.push_back(std::move(string.text()));
+    return texts;
+}
+
+//     tarvo::ConstantString name(u"tunings");
+//     tarvo::ValueArray tunings;
+//     if (reader->table->GetArrayValue(reader->me, name.pair(), tunings.pair()) == RC_OK)
+//         std::cout << tunings.values().size() << " tunings\n";
 class ValueArray : public ObjectArray<Value> {
   public:
     std::span<const Value> values() const noexcept { return elements(); }

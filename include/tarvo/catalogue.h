@@ -144,8 +144,8 @@ typedef struct IVaskPMCEnumerator IVaskPMCEnumerator;
  * for each category; a new enumerator sees what has changed since. Otherwise COM classes are looked
  * up at each call. Entries that make no sense are passed over without a word.
  *
- * Collections are named "PMCs". Their items are IVaskPMCRegistrationDetails, in ascending order of
- * their identifiers, and each component stands in them once. */
+ * Collections are named "PMCs". Their items, to be asked for IVaskPMCRegistrationDetails, are in
+ * ascending order of their identifiers, and each component stands in them once. */
 typedef struct IVaskPMCEnumeratorTable {
     /* [any thread] As in ITarvoBase. */
     void (*addReference)(void* me);

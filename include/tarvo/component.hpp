@@ -4,9 +4,13 @@
 //     class Greeter : public tarvo::Component<Greeter> {
 //       public:
 //         // A pair of this object by its identifier, or null; IVaskInterface is seen to by the base.
-//         void* find(const TarvoUUID& id) { return id == kIGreeterId ? &greeter_ : nullptr; }
+//         void* find(const TarvoUUID& id) {
+//             return tarvo::UUID(id) == kIGreeterId ? &greeter_ : nullptr;
+//         }
 //
-//         TarvoResult greet(IVaskString* name, IVaskString* greeting);
+//         TarvoResult greet(const char16_t* name, IVaskString* greeting) {
+//             return tarvo::setText(greeting, u"Hello, " + std::u16string(name) + u"!");
+//         }
 //
 //       private:
 //         static constexpr IGreeterTable kGreeterTable = {
@@ -21,6 +25,7 @@
 #pragma once
 
 #include "identifiers.h"
+#include "query.hpp"
 #include "reference.hpp"
 #include "result.hpp"
 #include "uuid.hpp"
@@ -63,7 +68,7 @@ struct ComponentSlot<T, Member, TarvoResult (Base::*)(Arguments...)> {
 
 // The table entry for a member function of T, or of a base of T; the pair's `me` is the T. A
 // function that isn't noexcept returns a TarvoResult: what it throws goes no further than this, and
-// becomes the code of a std::system_error that bears one, RC_OUT_OF_MEMORY or RC_UNSPECIFIED.
+// becomes its code if it is an Error, otherwise RC_OUT_OF_MEMORY or RC_UNSPECIFIED.
 template <class T, auto Member>
 constexpr auto* slot = &detail::ComponentSlot<T, Member>::call;
 
@@ -126,6 +131,10 @@ class Component {
 };
 
 // The work of a component library's entry point for a component T with the given identifier.
+//
+//     tarvo::Reference<IVaskInterface> made;
+//     tarvo::createComponent<Greeter>(kGreeterComponentId, &kGreeterComponentId, made.out());
+//
 // RC_OK, RC_NULL_POINTER, RC_CANNOT_CREATE (asked for another component), RC_OUT_OF_MEMORY, or
 // RC_UNSPECIFIED if T's constructor throws.
 template <class T>
@@ -144,17 +153,6 @@ TarvoResult createComponent(const TarvoUUID& id, const TarvoUUID* wanted,
     } catch (...) {
         return RC_UNSPECIFIED;
     }
-}
-
-// Another interface of an object, or null if it hasn't got it.
-//
-//     auto greeter = tarvo::query<IGreeter>(instance.get(), kIGreeterId);
-template <class I, class From>
-Reference<I> query(From* object, const TarvoUUID& interfaceId) noexcept {
-    IVaskInterface* found = nullptr;
-    if (object->table->queryInterface(object->me, &interfaceId, &found) != RC_OK)
-        return nullptr;
-    return Reference<I>::adopt(reinterpret_cast<I*>(found));
 }
 
 } // namespace tarvo

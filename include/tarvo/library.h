@@ -85,7 +85,7 @@ typedef struct IVaskLibraryEnumeratorTable {
 
     /* [any thread] Gives all libraries, in ascending order of their identifiers; of several with
      * the same name, only the one that getLibraryByName finds. The collection is named "Libraries",
-     * its items are IVaskLibraryDetails.
+     * its items are to be asked for IVaskLibraryDetails.
      *   libraries  out: the libraries, with one reference for the caller; may be empty
      * RC_OK, RC_NULL_POINTER. */
     TarvoResult (*getAllLibraries)(void* me, ITarvoCollection** libraries);

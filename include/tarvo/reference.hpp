@@ -17,6 +17,12 @@ concept CountedPair = requires(T* pair) {
 
 // Holds one reference on an interface pair, or on an object that counts its own references.
 // A moved-from or default-made holder is null. Used by one thread at a time.
+//
+//     tarvo::Reference<IVaskRegistryKey> root;
+//     if (tarvo::functions().vaskGetRegistryKey(nullptr, root.out()) == RC_OK) {
+//         const tarvo::Reference<IVaskRegistryKey> second = root; // a reference of its own
+//         std::cout << (second == root) << '\n';
+//     } // both are released
 template <class T>
 class Reference {
   public:

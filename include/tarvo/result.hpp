@@ -1,10 +1,8 @@
 // Result codes in the terms of the C++ library: a category for std::error_code, the names of the
-// codes, and their texts in the language of the installation.
+// codes, and the way from one to the other.
 #pragma once
 
-#include "error.h"
 #include "result.h"
-#include "text.hpp"
 
 #include <string>
 #include <string_view>
@@ -55,7 +53,7 @@ constexpr std::string_view nameOfResult(TarvoResult code) noexcept {
 }
 
 // The category of the result codes. Its messages are names and numbers, which need no library; the
-// text for people is textOfResult's.
+// text for people is textOfResult's (error.hpp).
 inline const std::error_category& resultCategory() noexcept {
     class Category final : public std::error_category {
       public:
@@ -71,8 +69,8 @@ inline const std::error_category& resultCategory() noexcept {
     return category;
 }
 
-//     if (const auto error = tarvo::errorOf(key->table->getKey(key->me, u"a", below.out())))
-//         std::cerr << error.message() << '\n';
+//     const std::error_code error = tarvo::errorOf(RC_NOT_FOUND);
+//     std::cerr << error.message() << '\n';
 inline std::error_code errorOf(TarvoResult result) noexcept {
     return {static_cast<int>(result), resultCategory()};
 }
@@ -82,15 +80,6 @@ inline TarvoResult resultOf(const std::system_error& error) noexcept {
     return error.code().category() == resultCategory()
                ? static_cast<TarvoResult>(error.code().value())
                : TarvoResult{RC_UNSPECIFIED};
-}
-
-// The text of a code for people, given the library's own function for it.
-inline std::u16string textOfResult(TarvoResult result,
-                                   getErrorDescriptionFunction& getErrorDescription) {
-    String text;
-    if (const TarvoResult failure = getErrorDescription(result, text.pair()); failure != RC_OK)
-        throw std::system_error(errorOf(failure), "getErrorDescription");
-    return std::move(text.text());
 }
 
 } // namespace tarvo

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "array.hpp"
+#include "error.hpp"
 #include "identifiers.h"
 #include "persistence.h"
 #include "reference.hpp"
-#include "result.hpp"
 #include "text.hpp"
 #include "value.hpp"
 
@@ -15,7 +15,6 @@
 #include <iterator>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -94,16 +93,13 @@ class StateEntries {
     Read read_;
 };
 
-// One node of saved state. A getter that fails raises std::system_error with the result code: as a
-// rule RC_NOT_AVAILABLE if there is no such value, RC_BAD_DATA if it is of another kind. Used by
-// one thread at a time.
+// One node of saved state. A getter that fails raises Error: as a rule with RC_NOT_AVAILABLE if there
+// is no such value, RC_BAD_DATA if it is of another kind. Used by one thread at a time.
 //
-//     TarvoResult load(void* me, IVaskPersistReader* reader) try {
-//         const auto state = tarvo::StateReader::share(reader);
-//         const double volume = state.real(u"volume");
-//         for (const auto& [name, voice] : state.eachNode())
-//             use(name, voice.integer(u"pitch"));
-//         ...
+//     const auto state = tarvo::StateReader::share(reader); // what a component's load is given
+//     const double volume = state.real(u"volume");
+//     for (const auto& [name, voice] : state.eachNode())
+//         std::cout << tarvo::toUtf8(name) << voice.integer(u"pitch") << '\n';
 class StateReader {
     using Table = IVaskPersistReaderTable;
 
@@ -124,7 +120,7 @@ class StateReader {
         const TarvoResult result = reader_->table->GetValueType(reader_->me, name.pair(), &kind);
         if (result == RC_NOT_AVAILABLE)
             return std::nullopt;
-        require(result, "GetValueType");
+        tarvo::require(result, "GetValueType", *reader_);
         return static_cast<StateKind>(kind);
     }
 
@@ -167,7 +163,7 @@ class StateReader {
     std::vector<std::u16string> strings(StateName name) const {
         StringArray array;
         call(&Table::GetArrayString, "GetArrayString", name.pair(), array.pair());
-        return texts(array);
+        return takeTexts(array);
     }
     std::vector<Enumeration> enumerations(StateName name) const {
         return numbers<Enumeration>(&Table::GetArrayEnumeration, name, "GetArrayEnumeration");
@@ -186,7 +182,7 @@ class StateReader {
     StateValue any(const std::u16string& name) const {
         const auto found = kind(name);
         if (!found)
-            require(RC_NOT_AVAILABLE, "GetValueType");
+            throw Error(RC_NOT_AVAILABLE, "GetValueType");
         switch (*found) {
         case StateKind::real:
             return real(name);
@@ -215,7 +211,7 @@ class StateReader {
         case StateKind::byteArray:
             return bytes(name);
         }
-        throw std::system_error(errorOf(RC_END_OF_DATA), "GetValueType");
+        throw Error(RC_END_OF_DATA, "GetValueType");
     }
 
     StateReader node(StateName name) const {
@@ -241,14 +237,9 @@ class StateReader {
     }
 
   private:
-    static void require(TarvoResult result, const char* slot) {
-        if (result != RC_OK)
-            throw std::system_error(errorOf(result), slot);
-    }
-
     template <class Slot, class... Arguments>
     void call(Slot Table::*slot, const char* name, Arguments... arguments) const {
-        require((reader_->table->*slot)(reader_->me, arguments...), name);
+        tarvo::require((reader_->table->*slot)(reader_->me, arguments...), name, *reader_);
     }
 
     template <class Number>
@@ -270,15 +261,7 @@ class StateReader {
     std::vector<std::u16string> names(Slot Table::*slot, const char* slotName) const {
         StringArray array;
         call(slot, slotName, array.pair());
-        return texts(array);
-    }
-
-    static std::vector<std::u16string> texts(StringArray& array) {
-        std::vector<std::u16string> texts;
-        texts.reserve(array.elements().size());
-        for (String& string : array.elements())
-            texts.push_back(std::move(string.text()));
-        return texts;
+        return takeTexts(array);
     }
 
     Reference<IVaskPersistReader> reader_;

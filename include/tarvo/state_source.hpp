@@ -19,8 +19,19 @@
 
 namespace tarvo {
 
-// A node that a derived class tells of. What it raises ends the slot: std::system_error of this
-// library's category with that result code, anything else with RC_UNSPECIFIED.
+//     class Clicks : public tarvo::StateSource { // a node with one value, "count"
+//         std::vector<std::u16string> valueNames() override { return {u"count"}; }
+//         std::vector<std::u16string> nodeNames() override { return {}; }
+//         const tarvo::StateValue* findValue(std::u16string_view name) override {
+//             return name == u"count" ? &count_ : nullptr;
+//         }
+//         tarvo::Reference<IVaskPersistReader> openNode(std::u16string_view) override { return {}; }
+//
+//         tarvo::StateValue count_ = 3;
+//     };
+//
+// A node that a derived class tells of. What it raises ends the slot: Error with its result
+// code, anything else with RC_UNSPECIFIED.
 class StateSource {
   public:
     StateSource(const StateSource&) = delete;
@@ -196,7 +207,7 @@ class StateSource {
 //     auto state = std::make_shared<tarvo::StateTree>();
 //     state->values[u"TransitionFormat"] = u"Stream";
 //     state->values[u"data"] = savedBytes;
-//     const auto reader = tarvo::offerState(state);
+//     const auto offered = tarvo::offerState(state);
 struct StateTree {
     std::map<std::u16string, StateValue, std::less<>> values;
     std::map<std::u16string, std::shared_ptr<StateTree>, std::less<>> nodes;

@@ -5,6 +5,7 @@
 #include "base.h"
 #include "result.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -84,8 +85,8 @@ inline TarvoResult setText(IVaskString* string, std::u16string_view text) {
 // A string of its own: the pair and the text in one object, which may stand on the stack.
 //
 //     tarvo::String folder;
-//     if (getTarvoFolder(folder.pair()) == RC_OK)
-//         use(folder.text());
+//     if (tarvo::functions().getTarvoFolder(folder.pair()) == RC_OK)
+//         std::cout << tarvo::toUtf8(folder.text()) << '\n';
 class String : public detail::BasicString<IVaskString> {
   public:
     String() noexcept : BasicString(&kTable) {}
@@ -96,6 +97,9 @@ class String : public detail::BasicString<IVaskString> {
 };
 
 // A view that lets others read and write a string which lives elsewhere and outlives the wrapper.
+//
+//     std::u16string folder;
+//     tarvo::functions().getTarvoFolder(tarvo::StringWrapper(folder).pair());
 class StringWrapper {
   public:
     explicit StringWrapper(std::u16string& text) noexcept : pair_{&text, &kTable} {}
@@ -117,6 +121,11 @@ class StringWrapper {
 
 // A fixed text that answers every `set` with RC_READ_ONLY. The text must end in a null character
 // and outlive the holder, as a literal does.
+//
+//     tarvo::ConstantString name(u"volume");
+//     double volume = 0;
+//     if (reader->table->GetReal(reader->me, name.pair(), &volume) == RC_OK)
+//         std::cout << volume << '\n';
 class ConstantString {
   public:
     constexpr explicit ConstantString(const char16_t* text) noexcept
@@ -141,6 +150,23 @@ class ConstantString {
     IVaskString pair_;
     const char16_t* text_;
     std::uint32_t length_;
+};
+
+// A text as an argument: a literal, a string, or null where that is allowed. It isn't copied, and ends
+// with its first null character.
+//
+//     const std::u16string path = u"/example";
+//     const tarvo::CText argument = path;
+class CText {
+  public:
+    constexpr CText(std::nullptr_t) noexcept {}
+    constexpr CText(const char16_t* text) noexcept : text_(text) {}
+    CText(const std::u16string& text) noexcept : text_(text.c_str()) {}
+
+    constexpr const char16_t* get() const noexcept { return text_; }
+
+  private:
+    const char16_t* text_ = nullptr;
 };
 
 } // namespace tarvo

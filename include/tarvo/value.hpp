@@ -186,9 +186,10 @@ TarvoResult setValue(IVaskValue* target, const detail::BasicValue<Pair>& value) 
 // A value of its own, empty when it is new, for slots that take an IVaskValue. A text that others
 // set and that can't be stored leaves it empty.
 //
-//     tarvo::Value value;
-//     if (reader->table->GetValue(reader->me, nullptr, value.pair()) == RC_OK && value.real())
-//         use(*value.real());
+//     tarvo::ConstantString name(u"tuning");
+//     tarvo::Value tuning;
+//     if (reader->table->GetValue(reader->me, name.pair(), tuning.pair()) == RC_OK && tuning.real())
+//         std::cout << *tuning.real() << '\n';
 class Value : public detail::BasicValue<IVaskValue> {
   public:
     Value() noexcept : BasicValue(&kTable) {}

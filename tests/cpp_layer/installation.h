@@ -1,0 +1,69 @@
+// A machine on which the built library is installed and the example component is registered, which
+// is what a host finds.
+#pragma once
+
+#include "igreeter.h"
+#include "platform/process.h"
+#include "platform/system_registry.h"
+#include "tests/persistence/state_support.h"
+#include "tests/support/text.h"
+
+#include <tarvo/tarvo.hpp>
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <utility>
+
+namespace tests {
+
+// The only one that programs of an administrator create components from.
+inline tarvo::Scope trustedScope() {
+    return platform::isElevated() ? tarvo::Scope::allUsers : tarvo::Scope::currentUser;
+}
+
+inline void installLibrary() {
+    const auto root = platform::isElevated() ? platform::RegistryRoot::localMachine
+                                             : platform::RegistryRoot::currentUser;
+    const auto key =
+        platform::SystemKey::openForWriting(root, u"Software").create(u"Ostrandia\\TARVO\\x64");
+    std::filesystem::path folder = TARVO_TEST_LIBRARY;
+    folder.remove_filename();
+    ASSERT_TRUE(key.setText(nullptr, folder.u16string().c_str()));
+    ASSERT_TRUE(key.setText(u"version", u"1.2.1.2"));
+}
+
+inline tarvo::Registration greeterRegistration() {
+    tarvo::Registration greeter;
+    greeter.uuid = kGreeterComponentId;
+    greeter.name = u"Greeter";
+    greeter.vaskVersion = u"1.2";
+    greeter.progId = u"Example.Greeter";
+    greeter.description = u"Greets";
+    greeter.categories = {tarvo::UUID(kIGreeterId)};
+    greeter.locations[tarvo::Location::inproc64] = wide(TARVO_TEST_GREETER);
+    return greeter;
+}
+
+// What the greeter would have saved through COM, with these values.
+inline std::shared_ptr<StateTree> savedState(decltype(StateTree::values) values) {
+    StateTree tree;
+    tree.values = std::move(values);
+    auto saved = std::make_shared<StateTree>();
+    saved->values[u"TransitionFormat"] = u"Stream";
+    saved->values[u"data"] = payloadOf(std::make_shared<StateTree>(std::move(tree)));
+    return saved;
+}
+
+class InstalledLibrary : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        installLibrary();
+        tarvo::load();
+        const tarvo::RegistryWriter writer(trustedScope());
+        writer.registerComponent(greeterRegistration());
+        writer.commit();
+    }
+};
+
+} // namespace tests
