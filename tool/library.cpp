@@ -4,7 +4,7 @@
 #include "client/named_library.h"
 #include "platform/file.h"
 #include "platform/module.h"
-#include "tarvo/result.hpp"
+#include "tarvo/error.hpp"
 #include "tarvo/text.hpp"
 #include "tool/failure.h"
 #include "tool/text.h"
