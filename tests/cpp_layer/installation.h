@@ -22,11 +22,14 @@ inline tarvo::Scope trustedScope() {
     return platform::isElevated() ? tarvo::Scope::allUsers : tarvo::Scope::currentUser;
 }
 
-inline void installLibrary() {
+inline platform::SystemKey installations() {
     const auto root = platform::isElevated() ? platform::RegistryRoot::localMachine
                                              : platform::RegistryRoot::currentUser;
-    const auto key =
-        platform::SystemKey::openForWriting(root, u"Software").create(u"Ostrandia\\TARVO\\x64");
+    return platform::SystemKey::openForWriting(root, u"Software").create(u"Ostrandia\\TARVO");
+}
+
+inline void installLibrary() {
+    const auto key = installations().create(u"x64");
     std::filesystem::path folder = TARVO_TEST_LIBRARY;
     folder.remove_filename();
     ASSERT_TRUE(key.setText(nullptr, folder.u16string().c_str()));
@@ -63,6 +66,15 @@ class InstalledLibrary : public testing::Test {
         const tarvo::RegistryWriter writer(trustedScope());
         writer.registerComponent(greeterRegistration());
         writer.commit();
+    }
+
+    // The system's registry may be that of other tests too.
+    static void TearDownTestSuite() {
+        const tarvo::RegistryWriter writer(trustedScope());
+        for (const auto& component : tarvo::Catalogue().all())
+            writer.unregisterComponent(component.uuid());
+        writer.commit();
+        EXPECT_TRUE(installations().deleteTree(u"x64"));
     }
 };
 
