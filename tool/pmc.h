@@ -10,7 +10,7 @@ namespace tool {
 void listComponents(const std::string& category, bool asJson);
 
 // Prints all that is known of a component, which is named by identifier or ProgID.
-void showComponent(const std::string& component);
+void showComponent(const std::string& component, bool json);
 
 void registerComponent(const std::string& manifestPath, bool allUsers);
 

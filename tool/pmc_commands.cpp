@@ -38,8 +38,9 @@ void addList(CLI::App& pmc, PmcOptions& options) {
 void addShow(CLI::App& pmc, PmcOptions& options) {
     CLI::App* show = pmc.add_subcommand("show", "Shows all that is known of a component");
     addComponent(show, options);
+    show->add_flag("--json", options.json, "Print JSON");
     show->footer("Example: tarvo pmc show Example.Greeter");
-    show->callback([&] { showComponent(options.component); });
+    show->callback([&] { showComponent(options.component, options.json); });
 }
 
 void addRegister(CLI::App& pmc, PmcOptions& options) {

@@ -91,26 +91,7 @@ std::string describeCategory(const Library& library, const std::string& category
     return name.text().empty() ? category : category + "  " + toUtf8(name.text());
 }
 
-} // namespace
-
-void listComponents(const std::string& category, bool json) {
-    const Library library;
-    const std::vector<Component> components = componentsOf(Catalogue(library), category);
-    if (json) {
-        ordered_json list = ordered_json::array();
-        for (const Component& component : components)
-            list.push_back(asJson(component));
-        fmt::print("{}\n", list.dump(2));
-    } else if (components.empty()) {
-        fmt::print("(no components)\n");
-    } else {
-        printTable(components);
-    }
-}
-
-void showComponent(const std::string& name) {
-    const Library library;
-    const Component component = describeComponent(*Catalogue(library).find(name));
+void printComponent(const Library& library, const Component& component) {
     fmt::print("{}\n", printable(component.name));
     printField("identifier", toUtf8(component.uuid.string()));
     printField("kind", component.isCOMClass() ? "COM class" : "native component");
@@ -129,6 +110,32 @@ void showComponent(const std::string& name) {
         printField("category", describeCategory(library, category));
     for (const ComponentLocation& location : component.locations)
         fmt::print("  {:<19} {}\n", kLocationNames[location.number], describeLocation(location));
+}
+
+} // namespace
+
+void listComponents(const std::string& category, bool json) {
+    const Library library;
+    const std::vector<Component> components = componentsOf(Catalogue(library), category);
+    if (json) {
+        ordered_json list = ordered_json::array();
+        for (const Component& component : components)
+            list.push_back(asJson(component));
+        fmt::print("{}\n", list.dump(2));
+    } else if (components.empty()) {
+        fmt::print("(no components)\n");
+    } else {
+        printTable(components);
+    }
+}
+
+void showComponent(const std::string& name, bool json) {
+    const Library library;
+    const Component component = describeComponent(*Catalogue(library).find(name));
+    if (json)
+        fmt::print("{}\n", asJson(component).dump(2));
+    else
+        printComponent(library, component);
 }
 
 } // namespace tool

@@ -12,10 +12,10 @@ void checkDefinition(const std::string& path);
 // Registers what a definition file defines. What is registered with a lower version is replaced.
 void registerDefinition(const std::string& path, bool allUsers);
 
-void listTypeLibraries(bool asJson);
+void listTypeLibraries(bool json);
 
 // Shows a library, which is named by identifier or name, and what it defines.
-void showTypeLibrary(const std::string& library);
+void showTypeLibrary(const std::string& library, bool json);
 
 void unregisterTypeLibrary(const std::string& uuid, bool allUsers);
 

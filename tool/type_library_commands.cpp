@@ -59,8 +59,9 @@ void addShow(CLI::App& library, TypeLibraryOptions& options) {
     show->add_option("LIBRARY", options.library, "Its identifier, or its name")
         ->required()
         ->type_name("");
+    show->add_flag("--json", options.json, "Print JSON");
     show->footer("Example: tarvo library show Clocks");
-    show->callback([&] { showTypeLibrary(options.library); });
+    show->callback([&] { showTypeLibrary(options.library, options.json); });
 }
 
 void addUnregister(CLI::App& library, TypeLibraryOptions& options) {

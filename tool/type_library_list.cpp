@@ -82,29 +82,76 @@ TypeLibrary find(const Library& library, const std::string& name) {
     return describe(*details);
 }
 
-// The items of one kind that a library defines, as lines of identifier and name.
-void printItems(const Library& library, const char* title, const char* table,
-                const tarvo::UUID& owner) {
-    std::unique_ptr<KeySource> items;
+struct Item {
+    std::string uuid;
+    std::string name;
+};
+
+// The items of one kind that a library defines; the kind is the name of their table.
+std::vector<Item> itemsOf(const Library& library, const std::string& kind,
+                          const tarvo::UUID& owner) {
+    std::unique_ptr<KeySource> table;
     try {
-        items = openMergedKey(library, toUtf16(std::string("/types/") + table));
+        table = openMergedKey(library, toUtf16("/types/" + kind));
     } catch (const Failure& failure) {
         if (failure.code() != RC_NOT_FOUND)
             throw;
-        return;
+        return {};
     }
     const std::string ownerText = toUtf8(owner.string());
-    for (const std::u16string& id : items->subKeyNames()) {
+    std::vector<Item> items;
+    for (const std::u16string& id : table->subKeyNames()) {
         std::string name;
         bool isOwned = false;
-        for (const ShownValue& value : items->open(id)->values()) {
+        for (const ShownValue& value : table->open(id)->values()) {
             if (value.name == "name")
                 name = value.text;
             isOwned = isOwned || (value.name == "library" && value.text == ownerText);
         }
         if (isOwned)
-            fmt::print("  {:<11} {}  {}\n", title, toUtf8(id), printable(name));
+            items.push_back({toUtf8(id), name});
     }
+    return items;
+}
+
+constexpr std::pair<const char*, const char*> kKinds[] = {
+    {"categories", "category"}, {"enumerations", "enumeration"}, {"interfaces", "interface"}};
+
+ordered_json asJson(const TypeLibrary& library) {
+    return {{"uuid", toUtf8(library.uuid.string())},
+            {"name", library.name},
+            {"version", library.version},
+            {"definition", toUtf8(library.definitionPath)}};
+}
+
+ordered_json asJson(const Library& tarvo, const TypeLibrary& library) {
+    ordered_json whole = asJson(library);
+    whole["locations"] = ordered_json::object();
+    for (const auto& [location, text] : library.locations)
+        whole["locations"][location] = text;
+    for (const auto& [kind, title] : kKinds) {
+        whole[kind] = ordered_json::array();
+        for (const Item& item : itemsOf(tarvo, kind, library.uuid))
+            whole[kind].push_back({{"uuid", item.uuid}, {"name", item.name}});
+    }
+    return whole;
+}
+
+void printLibrary(const Library& tarvo, const TypeLibrary& library) {
+    const auto print = [](const char* title, const std::string& text) {
+        fmt::print("  {:<11} {}\n", title, text);
+    };
+    fmt::print("{}\n", printable(library.name));
+    print("identifier", toUtf8(library.uuid.string()));
+    if (!library.version.empty())
+        print("version", printable(library.version));
+    print("definition", toUtf8(library.definitionPath) +
+                            (platform::fileExists(library.definitionPath) ? "" : " (missing)"));
+    for (const auto& [location, text] : library.locations)
+        print(location.c_str(), printable(text));
+    for (const auto& [kind, title] : kKinds)
+        for (const Item& item : itemsOf(tarvo, kind, library.uuid))
+            print(title, item.uuid + "  " + printable(item.name));
 }
 
 // The columns together fit a terminal of 80.
@@ -131,16 +178,13 @@ void checkDefinition(const std::string& path) {
                    defined.categories, defined.enumerations, defined.interfaces);
 }
 
-void listTypeLibraries(bool asJson) {
+void listTypeLibraries(bool json) {
     const Library library;
     const std::vector<TypeLibrary> libraries = allLibraries(library);
-    if (asJson) {
+    if (json) {
         ordered_json list = ordered_json::array();
         for (const TypeLibrary& one : libraries)
-            list.push_back({{"uuid", toUtf8(one.uuid.string())},
-                            {"name", one.name},
-                            {"version", one.version},
-                            {"definition", toUtf8(one.definitionPath)}});
+            list.push_back(asJson(one));
         fmt::print("{}\n", list.dump(2));
         return;
     }
@@ -149,20 +193,13 @@ void listTypeLibraries(bool asJson) {
     printTable(libraries);
 }
 
-void showTypeLibrary(const std::string& name) {
+void showTypeLibrary(const std::string& name, bool json) {
     const Library library;
     const TypeLibrary shown = find(library, name);
-    fmt::print("{}\n", printable(shown.name));
-    fmt::print("  {:<11} {}\n", "identifier", toUtf8(shown.uuid.string()));
-    if (!shown.version.empty())
-        fmt::print("  {:<11} {}\n", "version", printable(shown.version));
-    fmt::print("  {:<11} {}{}\n", "definition", toUtf8(shown.definitionPath),
-               platform::fileExists(shown.definitionPath) ? "" : " (missing)");
-    for (const auto& [location, text] : shown.locations)
-        fmt::print("  {:<11} {}\n", location, printable(text));
-    printItems(library, "category", "categories", shown.uuid);
-    printItems(library, "enumeration", "enumerations", shown.uuid);
-    printItems(library, "interface", "interfaces", shown.uuid);
+    if (json)
+        fmt::print("{}\n", asJson(library, shown).dump(2));
+    else
+        printLibrary(library, shown);
 }
 
 } // namespace tool

@@ -72,7 +72,7 @@ class TypeLibrary {
 // it.
 //
 //     const tarvo::TypeLibraries libraries;
-//     if (const auto categories = libraries.find(u"Component Categories"))
+//     if (const auto categories = libraries.find(u"ComponentCategories"))
 //         std::cout << tarvo::toUtf8(categories->definitionPath()) << '\n';
 class TypeLibraries {
     using Table = IVaskLibraryEnumeratorTable;
