@@ -7,6 +7,8 @@ if(BUILD_TESTING AND NOT TARVO_FUZZ)
     find_package(Threads REQUIRED)
     add_library(tarvo_gtest STATIC EXCLUDE_FROM_ALL
         ${TARVO_GOOGLETEST}/src/gtest-all.cc ${TARVO_GOOGLETEST}/src/gtest_main.cc)
+    # Programs with a main of their own leave that one in the archive.
+    set_target_properties(tarvo_gtest PROPERTIES UNITY_BUILD OFF)
     target_include_directories(tarvo_gtest PRIVATE ${TARVO_GOOGLETEST})
     target_include_directories(tarvo_gtest SYSTEM PUBLIC ${TARVO_GOOGLETEST}/include)
     target_link_libraries(tarvo_gtest PUBLIC Threads::Threads)
