@@ -4,6 +4,7 @@
 #include "array.hpp"
 #include "catalogue.h"
 #include "collection.hpp"
+#include "creation.hpp"
 #include "error.hpp"
 #include "identifiers.h"
 #include "load.hpp"
@@ -115,9 +116,9 @@ class ComponentDetails {
     // An instance, without a further look-up; the flags are TARVO_CREATE_... or 0. Raises Error with
     // the codes of createInstance (catalogue.h).
     Reference<IVaskInterface> create(std::uint32_t flags = 0) const {
-        Reference<IVaskInterface> instance;
-        call(&Table::createInstance, "createInstance", flags, instance.out());
-        return instance;
+        IVaskInterface* instance = nullptr;
+        const TarvoResult result = details_->table->createInstance(details_->me, flags, &instance);
+        return detail::created(result, "createInstance", instance);
     }
 
   private:

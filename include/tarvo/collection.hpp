@@ -13,7 +13,8 @@
 namespace tarvo {
 
 // What an enumerator hands out, fixed when it is. Items are made when a loop comes to them. An Item
-// holds a Reference<Item::Interface>, for which an object is asked by Item::kInterfaceId. Used by one thread at a time.
+// holds a Reference<Item::Interface>, for which an object is asked by Item::kInterfaceId. Used by
+// one thread at a time.
 //
 //     const auto components = tarvo::Catalogue().all();
 //     std::cout << components.size() << " components\n";
@@ -44,6 +45,10 @@ class Collection {
 
     class Iterator {
       public:
+        using value_type = Item;
+        using difference_type = std::ptrdiff_t;
+
+        Iterator() noexcept = default;
         Iterator(const Collection& collection, std::size_t index) noexcept
             : collection_(&collection), index_(index) {}
 
@@ -52,11 +57,12 @@ class Collection {
             ++index_;
             return *this;
         }
+        void operator++(int) noexcept { ++index_; }
         bool operator==(const Iterator& other) const noexcept { return index_ == other.index_; }
 
       private:
-        const Collection* collection_;
-        std::size_t index_;
+        const Collection* collection_ = nullptr;
+        std::size_t index_ = 0;
     };
 
     Iterator begin() const noexcept { return Iterator(*this, 0); }

@@ -8,6 +8,7 @@
 #include "result.hpp"
 #include "text.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -19,14 +20,18 @@
 namespace tarvo {
 
 // One link of the chain. A text that the error can't give reads "not known".
+//
+//     const tarvo::Cause cause = {u"too loud", u"horn", u"play"};
+//     std::cerr << tarvo::Error(RC_SEE_LAST_ERROR, "play", {cause}).what() << '\n';
+//     // play: too loud (horn, play): RC_SEE_LAST_ERROR (1)
 struct Cause {
     std::u16string text;   // what went wrong
     std::u16string source; // the object that failed
     std::u16string scope;  // the operation that failed
 };
 
-// Its code() is of resultCategory(); its what() names the call that failed, what the causes tell, and
-// the code, in UTF-8.
+// Its code() is of resultCategory(); its what() names the call that failed, what the causes tell,
+// and the code, in one line of UTF-8.
 //
 //     try {
 //         tarvo::RegistryKey::open(u"/no/such/key");
@@ -57,6 +62,8 @@ class Error : public std::system_error {
                 .append(", ")
                 .append(toUtf8(cause.scope))
                 .append(")");
+        std::ranges::replace_if(
+            text, [](char byte) { return byte == '\n' || byte == '\r'; }, ' ');
         return text;
     }
 
@@ -75,10 +82,10 @@ inline std::vector<Cause> causesFrom(Reference<IVaskError> error) {
         };
         const IVaskErrorTable& table = *error->table;
         causes.push_back({text(table.getErrorText), text(table.getSource), text(table.getScope)});
-        Reference<IVaskError> cause;
-        if (table.getCause(error->me, cause.out()) != RC_OK)
+        IVaskError* cause = nullptr;
+        if (table.getCause(error->me, &cause) != RC_OK)
             break;
-        error = std::move(cause);
+        error = Reference<IVaskError>::adopt(cause);
     }
     return causes;
 }
@@ -86,10 +93,10 @@ inline std::vector<Cause> causesFrom(Reference<IVaskError> error) {
 // What an object with a getLastError tells of its last failure.
 template <class Pair>
 std::vector<Cause> lastErrorOf(Pair& object) {
-    Reference<IVaskError> error;
-    if (object.table->getLastError(object.me, error.out()) != RC_OK)
+    IVaskError* error = nullptr;
+    if (object.table->getLastError(object.me, &error) != RC_OK)
         return {};
-    return causesFrom(std::move(error));
+    return causesFrom(Reference<IVaskError>::adopt(error));
 }
 
 // Raises Error unless the result is RC_OK.

@@ -2,6 +2,7 @@
 // that an error tells all that there is to know.
 #include "tests/cpp_layer/installation.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -23,20 +24,22 @@ struct ChainedError {
     IVaskError pair{this, &kTable};
     IVaskError* cause = nullptr;
     bool isMute = false;
+    TarvoResult causeResult = RC_OK;
     int references = 1;
 
     static TarvoResult tell(void* me, IVaskString* text, const char16_t* told) {
         return static_cast<ChainedError*>(me)->isMute ? TarvoResult{RC_SEE_LAST_ERROR}
                                                       : tarvo::setText(text, told);
     }
-    static TarvoResult getText(void* me, IVaskString* text) { return tell(me, text, u"too loud"); }
+    static TarvoResult getText(void* me, IVaskString* text) { return tell(me, text, u"too\nloud"); }
     static TarvoResult getSource(void* me, IVaskString* text) { return tell(me, text, u"horn"); }
     static TarvoResult getScope(void* me, IVaskString* text) { return tell(me, text, u"play"); }
     static TarvoResult getCause(void* me, IVaskError** cause) {
-        *cause = static_cast<ChainedError*>(me)->cause;
-        if (*cause != nullptr)
+        const auto& self = *static_cast<ChainedError*>(me);
+        *cause = self.cause;
+        if (*cause != nullptr && self.causeResult == RC_OK)
             (*cause)->table->addReference((*cause)->me);
-        return RC_OK;
+        return self.causeResult;
     }
     static void addReference(void* me) { ++static_cast<ChainedError*>(me)->references; }
     static void release(void* me) { --static_cast<ChainedError*>(me)->references; }
@@ -86,12 +89,33 @@ TEST(CppLayer, AnErrorHoldsTheWholeChainAndNoReference) {
     }
     began.cause = &error.pair; // in a circle
     EXPECT_EQ(tarvo::lastErrorOf(object).size(), 100u);
+    error.causeResult = RC_UNSPECIFIED; // and what it left isn't ours
+    EXPECT_EQ(tarvo::lastErrorOf(object).size(), 1u);
     EXPECT_EQ(error.references, 1);
     EXPECT_EQ(began.references, 1);
 
     // With any other code the object isn't asked.
     EXPECT_EQ(resultOf([&] { tarvo::require(RC_BAD_DATA, "play", object); }), RC_BAD_DATA);
     EXPECT_NO_THROW(tarvo::require(RC_OK, "play", object));
+}
+
+// A creation that fails may have left anything, and one that succeeds nothing.
+TEST(CppLayer, ACreationGivesAnObjectOrAnError) {
+    IVaskPMCRegistrationDetailsTable table{};
+    table.addReference = [](void*) {
+    };
+    table.release = [](void*) {
+    };
+    table.createInstance = [](void* me, std::uint32_t flags, IVaskInterface** instance) {
+        *instance = flags == 0 ? nullptr : static_cast<IVaskInterface*>(me);
+        return flags;
+    };
+    int noPair = 0;
+    IVaskPMCRegistrationDetails pair{&noPair, &table};
+    const tarvo::ComponentDetails details(
+        tarvo::Reference<IVaskPMCRegistrationDetails>::share(&pair));
+    EXPECT_EQ(resultOf([&] { details.create(RC_OK); }), RC_CANNOT_CREATE);
+    EXPECT_EQ(resultOf([&] { details.create(RC_BAD_DATA); }), RC_BAD_DATA);
 }
 
 TEST(CppLayer, ConvertsTextsBothWays) {
@@ -186,6 +210,10 @@ TEST_F(Installed, FindsCreatesAndLoadsWhatItRegistered) {
     const TarvoUUID categories[] = {kIGreeterId};
     EXPECT_EQ(catalogue.inCategories(categories)[0].name(), u"Greeter");
     EXPECT_EQ(catalogue.inCategories({}).size(), 0u);
+    static_assert(std::ranges::input_range<tarvo::Collection<tarvo::ComponentDetails>>);
+    EXPECT_EQ(std::ranges::count(catalogue.inCategories(categories), greeter->uuid(),
+                                 &tarvo::ComponentDetails::uuid),
+              1);
     EXPECT_EQ(resultOf([&] { catalogue.inCategories(categories)[1]; }), RC_NOT_AVAILABLE);
     EXPECT_FALSE(catalogue.find(tarvo::UUID(kIGreeterId)));
 
@@ -227,6 +255,18 @@ TEST_F(Installed, FindsCreatesAndLoadsWhatItRegistered) {
     EXPECT_EQ(
         resultOf([&] { change([&](const auto& writer) { writer.registerComponent(clock); }); }),
         RC_INCOMPLETE_REGISTRATION);
+}
+
+// State as COM left it, brought into the form that a component gets.
+TEST_F(Installed, TurnsMarkedStateIntoTheTransitionForm) {
+    const auto marked = std::make_shared<tarvo::StateTree>();
+    marked->addNode(u"TARVO").values[u"comType"] = u"Stream";
+    marked->values[u"data"] = std::vector<std::uint8_t>{1, 2};
+    const tarvo::StateReader state(tarvo::transitionFormatOf(tarvo::offerState(marked).get()));
+    EXPECT_EQ(state.string(u"TransitionFormat"), u"Stream");
+    EXPECT_EQ(state.bytes(u"data"), (std::vector<std::uint8_t>{1, 2}));
+    EXPECT_FALSE(
+        tarvo::transitionFormatOf(tarvo::offerState(std::make_shared<tarvo::StateTree>()).get()));
 }
 
 TEST_F(Installed, KnowsTheTypeLibrariesThatItRegistered) {
