@@ -129,6 +129,10 @@ class ScalarArray : public detail::BasicScalarArray<IVaskArray, Element> {
 };
 
 // An array of strings or of values, for slots that fill an IVaskArray of their references.
+//
+//     tarvo::ObjectArray<tarvo::String> names;
+//     if (reader->table->NodeNames(reader->me, names.pair()) == RC_OK)
+//         std::cout << names.elements().size() << " nodes\n";
 template <class Element>
 class ObjectArray : public detail::BasicObjectArray<IVaskArray, Element> {
     using Base = detail::BasicObjectArray<IVaskArray, Element>;

@@ -1,27 +1,5 @@
 // What a component in C++ is built from: a base that counts references and answers for the
 // interfaces of the object, and the way from a member function to a slot of a table.
-//
-//     class Greeter : public tarvo::Component<Greeter> {
-//       public:
-//         // A pair of this object by its identifier, or null; IVaskInterface is seen to by the base.
-//         void* find(const TarvoUUID& id) {
-//             return tarvo::UUID(id) == kIGreeterId ? &greeter_ : nullptr;
-//         }
-//
-//         TarvoResult greet(const char16_t* name, IVaskString* greeting) {
-//             return tarvo::setText(greeting, u"Hello, " + std::u16string(name) + u"!");
-//         }
-//
-//       private:
-//         static constexpr IGreeterTable kGreeterTable = {
-//             .addReference = tarvo::slot<Greeter, &Greeter::addReference>,
-//             .release = tarvo::slot<Greeter, &Greeter::release>,
-//             .queryInterface = tarvo::slot<Greeter, &Greeter::queryInterface>,
-//             .getLastError = tarvo::slot<Greeter, &Greeter::getLastError>,
-//             .greet = tarvo::slot<Greeter, &Greeter::greet>,
-//         };
-//         IGreeter greeter_{this, &kGreeterTable};
-//     };
 #pragma once
 
 #include "identifiers.h"
@@ -75,6 +53,28 @@ constexpr auto* slot = &detail::ComponentSlot<T, Member>::call;
 // The base of a component T, which has a member `void* find(const TarvoUUID&)`. An object starts
 // with one reference, for whoever made it, and is deleted with its last. Any thread may add and
 // release references.
+//
+//     class Greeter : public tarvo::Component<Greeter> {
+//       public:
+//         // A pair of this object by its identifier, or null; IVaskInterface is seen to by the base.
+//         void* find(const TarvoUUID& id) {
+//             return tarvo::UUID(id) == kIGreeterId ? &greeter_ : nullptr;
+//         }
+//
+//         TarvoResult greet(const char16_t* name, IVaskString* greeting) {
+//             return tarvo::setText(greeting, u"Hello, " + std::u16string(name) + u"!");
+//         }
+//
+//       private:
+//         static constexpr IGreeterTable kGreeterTable = {
+//             .addReference = tarvo::slot<Greeter, &Greeter::addReference>,
+//             .release = tarvo::slot<Greeter, &Greeter::release>,
+//             .queryInterface = tarvo::slot<Greeter, &Greeter::queryInterface>,
+//             .getLastError = tarvo::slot<Greeter, &Greeter::getLastError>,
+//             .greet = tarvo::slot<Greeter, &Greeter::greet>,
+//         };
+//         IGreeter greeter_{this, &kGreeterTable};
+//     };
 template <class T>
 class Component {
   public:

@@ -51,6 +51,9 @@ inline StateKind kindOf(const StateValue& value) {
 }
 
 // A name as an argument: a literal or a string, which isn't copied.
+//
+//     const std::u16string first = u"first";
+//     std::cout << tarvo::StateReader::share(reader).node(first).integer(u"pitch") << '\n';
 class StateName : public ConstantString {
   public:
     StateName(const char16_t* name) noexcept : ConstantString(name) {}
@@ -58,6 +61,11 @@ class StateName : public ConstantString {
 };
 
 // Names, and what is read for each when a loop comes to it.
+//
+//     const tarvo::StateEntries lengths({u"a", u"bb"},
+//                                       [](const std::u16string& name) { return name.size(); });
+//     for (const auto& [name, length] : lengths)
+//         std::cout << tarvo::toUtf8(name) << " has " << length << '\n';
 template <class Read>
 class StateEntries {
   public:

@@ -1,5 +1,6 @@
 # Makes a test program's source of the examples in headers: the indented lines of a comment. A class
-# stays at the scope of a namespace, anything else becomes the body of a test.
+# stays at the scope of a namespace, anything else becomes the body of a test. Fails if a class has
+# none.
 function end() {
     if (lines == 0)
         return
@@ -9,14 +10,19 @@ function end() {
         printf "TEST_F(Examples, %s_%d) {\n#line %d \"%s\"\n%s}\n\n", name, start, start, file, text
     lines = 0
     text = ""
+    hasExample = 1
 }
 FNR == 1 {
     end()
+    inDetail = 0
     file = FILENAME
     name = FILENAME
     sub(/.*\//, "", name)
     sub(/\.hpp$/, "", name)
 }
+/^namespace detail/ { inDetail = 1 }
+/^} \/\/ namespace detail/ { inDetail = 0 }
+/^ *$/ { hasExample = 0 }
 /^ *\/\/     / {
     line = $0
     sub(/^ *\/\/     /, "", line)
@@ -33,4 +39,11 @@ FNR == 1 {
     next
 }
 { end() }
-END { end() }
+/^(class|struct) [A-Za-z]+( final)? [:{]/ && !inDetail && !hasExample {
+    print FILENAME ":" FNR ": " $2 " has no example" > "/dev/stderr"
+    failed = 1
+}
+END {
+    end()
+    exit failed
+}
