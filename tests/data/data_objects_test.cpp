@@ -205,6 +205,18 @@ TEST(DataObjects, TakeANullMeInDestroy) {
         Owned<VaskArrayObject>(create())->table->destroy(nullptr);
 }
 
+std::pair<void*, std::uint32_t> contentsOf(VaskArrayObject& array) {
+    std::pair<void*, std::uint32_t> contents;
+    array.table->get(array.me, &contents.first, &contents.second);
+    return contents;
+}
+
+void expectFailingResize(VaskArrayObject& array, std::size_t largestAllocation) {
+    void* elements = &elements;
+    const ScarceMemory scarce(largestAllocation);
+    EXPECT_EQ(array.table->resize(array.me, 100'000, &elements), RC_OUT_OF_MEMORY);
+}
+
 // With the test program's own copy of the library, whose memory is the program's.
 TEST(DataObjects, AreAsTheyWereWhenMemoryRunsOut) {
     const VaskDataClassFactory& make = *vaskGetDataClassFactory();
@@ -221,19 +233,32 @@ TEST(DataObjects, AreAsTheyWereWhenMemoryRunsOut) {
     EXPECT_EQ(textOf(*string), u"before");
     EXPECT_EQ(answersOf(*value), "1; 107; 5; 107; 107");
 
-    for (auto* create : {make.createRealArray, make.createByteArray, make.createStringArray,
-                         make.createValueArray}) {
+    for (auto* create : {make.createRealArray, make.createIntegerArray, make.createByteArray,
+                         make.createBooleanArray, make.createEnumerationArray}) {
         const Owned<VaskArrayObject> array(create());
         void* before = nullptr;
-        void* elements = &elements;
-        std::uint32_t count = 0;
         ASSERT_EQ(array->table->resize(array->me, 3, &before), RC_OK);
-        for (const std::size_t most : {std::size_t{500}, std::size_t{10000}}) {
-            const ScarceMemory scarce(most);
-            EXPECT_EQ(array->table->resize(array->me, 100000, &elements), RC_OUT_OF_MEMORY);
-        }
-        array->table->get(array->me, &elements, &count);
-        EXPECT_EQ(count, 3u);
+        *static_cast<std::uint8_t*>(before) = 42;
+        expectFailingResize(*array, 10'000);
+        const auto [elements, count] = contentsOf(*array);
+        EXPECT_TRUE(elements == before && count == 3 && *static_cast<std::uint8_t*>(before) == 42);
+    }
+    // An array of objects fails at its references, or only behind them at the objects.
+    for (const std::size_t most : {10'000u, 900'000u}) {
+        const Owned<VaskArrayObject> strings(make.createStringArray());
+        const Owned<VaskArrayObject> values(make.createValueArray());
+        VaskStringObject* const text = resized<VaskStringObject>(*strings, 3)[0];
+        VaskValueObject* const number = resized<VaskValueObject>(*values, 3)[0];
+        text->table->set(text->me, u"before", 6);
+        number->table->setIntegerValue(number->me, 5);
+        expectFailingResize(*strings, most);
+        expectFailingResize(*values, most);
+        EXPECT_EQ(contentsOf(*strings).second, 3u);
+        EXPECT_EQ(contentsOf(*values).second, 3u);
+        EXPECT_EQ(*static_cast<VaskStringObject**>(contentsOf(*strings).first), text);
+        EXPECT_EQ(*static_cast<VaskValueObject**>(contentsOf(*values).first), number);
+        EXPECT_EQ(textOf(*text), u"before");
+        EXPECT_EQ(answersOf(*number), "1; 107; 5; 107; 107");
     }
     const ScarceMemory scarce(0);
     EXPECT_EQ(make.createString(), nullptr);
