@@ -59,7 +59,7 @@ void fill(int number, TARVOPersistenceValue& value, Value& peer) {
 void fillNode(int number, TARVOPersistenceNode& node, Node& peer) {
     for (int i = 0; i < kValuesOfNode; ++i) {
         const std::string name = nameOf(i);
-        fill(number + i, node.values[std::u16string(name.begin(), name.end())],
+        fill(number + i, node.addValue(std::u16string(name.begin(), name.end())),
              (*peer.mutable_values())[name]);
     }
 }
@@ -84,7 +84,7 @@ const SavedState& mixedState() {
 
 std::vector<std::uint8_t> arrayPayload() {
     const auto root = TARVOPersistenceNode::make();
-    auto& reals = root->values[u"reals"].content.emplace<TARVO_PERSIST_REAL_ARRAY>().elements();
+    auto& reals = root->addValue(u"reals").content.emplace<TARVO_PERSIST_REAL_ARRAY>().elements();
     reals.resize(kReals);
     std::iota(reals.begin(), reals.end(), 0.5);
     return tool::encodeStream(*root);

@@ -69,7 +69,7 @@ std::vector<std::u16string> namesOfReals(const TARVO::TARVOPersistenceNode& node
     std::vector<std::u16string> names;
     for (const auto& [name, value] : node.values)
         if (value.type() == TARVO_PERSIST_REAL)
-            names.push_back(name);
+            names.emplace_back(name);
     return names;
 }
 
@@ -96,7 +96,8 @@ void readByHashMap(benchmark::State& state) {
     const auto names = namesOfReals(*node);
     std::unordered_map<std::u16string, std::variant<double, std::int32_t>> values;
     for (const auto& [name, value] : node->values)
-        values[name] = value.type() == TARVO_PERSIST_REAL ? std::get<double>(value.content) : 0;
+        values.emplace(name,
+                       value.type() == TARVO_PERSIST_REAL ? std::get<double>(value.content) : 0);
     for (auto _ : state) {
         double sum = 0;
         for (int i = 0; i < kReads; ++i) {

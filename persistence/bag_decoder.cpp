@@ -154,10 +154,10 @@ class BagDecoder {
         const std::uint32_t kind = requireKnown(kindOfText(cutLastField(entry)));
         if (kind == TARVO_PERSIST_VALUE) {
             const std::uint32_t tag = requireKnown(tagOfText(cutLastField(entry)));
-            auto& content = node.values[std::u16string(entry)].content;
+            auto& content = node.addValue(entry).content;
             fillTagged(content.emplace<TARVO_PERSIST_VALUE>(), tag, item);
         } else {
-            fill(node.values[std::u16string(entry)].content, kind, item);
+            fill(node.addValue(entry).content, kind, item);
         }
     }
 

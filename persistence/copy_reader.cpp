@@ -65,7 +65,7 @@ void copyValues(TARVOPersistenceNode& target, IVaskPersistReader* source) {
     tarvo::StringArray names;
     callReader(source, &Table::ValueNames, names.pair());
     for (tarvo::String& name : names.elements())
-        copyValue(target.values[name.text()], source, name.pair());
+        copyValue(target.addValue(name.text()), source, name.pair());
 }
 
 // A node whose values are copied and whose child nodes are being copied.

@@ -56,8 +56,7 @@ Reference<IVaskInterface> readerOn(Reference<Node> root) {
 }
 
 void setForm(Node& root, std::u16string_view form) {
-    root.values[std::u16string(transitionFormatName.text())].content.emplace<TARVO_PERSIST_STRING>(
-        form);
+    root.addValue(transitionFormatName.text()).content.emplace<TARVO_PERSIST_STRING>(form);
 }
 
 // Whether the reader says by itself that it shows the transition form.
@@ -87,8 +86,8 @@ std::u16string comTypeOf(IVaskPersistReader* reader) {
 Reference<Node> streamInTransitionForm(IVaskPersistReader* reader) {
     auto root = Node::make();
     setForm(*root, kStreamForm);
-    auto& data = root->values[std::u16string(transitionDataName.text())]
-                     .content.emplace<TARVO_PERSIST_BYTE_ARRAY>();
+    auto& data =
+        root->addValue(transitionDataName.text()).content.emplace<TARVO_PERSIST_BYTE_ARRAY>();
     callReader(reader, &Table::GetArrayByte, dataName.pair(), data.pair());
     return root;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
 namespace TARVO {
@@ -10,6 +11,35 @@ namespace TARVO {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "fields are taken as they are in memory");
+
+// Goes through numbers that stand in bytes at any alignment. A vector that is filled from such a
+// range isn't cleared first, which would take as long as the copy.
+template <class Number>
+class PackedNumbers {
+  public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Number;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Number*;
+    using reference = Number;
+
+    PackedNumbers() = default;
+    explicit PackedNumbers(const std::uint8_t* place) : place_(place) {}
+
+    Number operator*() const {
+        Number number{};
+        std::memcpy(&number, place_, sizeof number);
+        return number;
+    }
+    PackedNumbers& operator++() {
+        place_ += sizeof(Number);
+        return *this;
+    }
+    bool operator==(const PackedNumbers&) const = default;
+
+  private:
+    const std::uint8_t* place_ = nullptr;
+};
 
 // The bytes, front to back.
 class ByteReader {
@@ -34,14 +64,20 @@ class ByteReader {
         return count;
     }
 
-    // Copies as many numbers as a count says into a vector or string.
-    template <class Numbers>
-    void readNumbers(Numbers& numbers) {
-        constexpr std::size_t kSize = sizeof(typename Numbers::value_type);
-        numbers.resize(readCount(kSize));
-        const std::size_t size = numbers.size() * kSize;
-        if (size != 0)
-            std::memcpy(numbers.data(), take(size), size);
+    // Copies a text into a string.
+    template <class Text>
+    void readText(Text& text) {
+        text.resize(readCount(sizeof(char16_t)));
+        const std::size_t size = text.size() * sizeof(char16_t);
+        std::memcpy(text.data(), take(size), size);
+    }
+
+    // Copies as many numbers as a count says into a vector.
+    template <class Number>
+    void readNumbers(std::vector<Number>& numbers) {
+        const std::size_t size = readCount(sizeof(Number)) * sizeof(Number);
+        const std::uint8_t* const first = take(size);
+        numbers.assign(PackedNumbers<Number>(first), PackedNumbers<Number>(first + size));
     }
 
   private:
@@ -105,7 +141,8 @@ class StreamDecoder {
     }
 
     void readValue(TARVOPersistenceNode& node) {
-        std::u16string name = readText();
+        TARVOPersistenceNode::Name name(node.values.get_allocator());
+        bytes_.readText(name);
         const std::size_t start = bytes_.offset();
         const auto kind = bytes_.read<std::uint32_t>();
         if (kind > kLastKind)
@@ -131,7 +168,7 @@ class StreamDecoder {
             content.emplace<TARVO_PERSIST_BOOLEAN>(bytes_.read<std::uint32_t>());
             break;
         case TARVO_PERSIST_STRING:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_STRING>().text());
+            bytes_.readText(content.emplace<TARVO_PERSIST_STRING>().text());
             break;
         case TARVO_PERSIST_ENUMERATION:
             content.emplace<TARVO_PERSIST_ENUMERATION>(bytes_.read<std::uint32_t>());
@@ -150,7 +187,7 @@ class StreamDecoder {
             break;
         case TARVO_PERSIST_STRING_ARRAY:
             readObjects(content.emplace<TARVO_PERSIST_STRING_ARRAY>(), kSmallestText,
-                        [this](tarvo::String& string) { bytes_.readNumbers(string.text()); });
+                        [this](tarvo::String& string) { bytes_.readText(string.text()); });
             break;
         case TARVO_PERSIST_ENUMERATION_ARRAY:
             bytes_.readNumbers(content.emplace<TARVO_PERSIST_ENUMERATION_ARRAY>().elements());
@@ -192,7 +229,7 @@ class StreamDecoder {
 
     std::u16string readText() {
         std::u16string text;
-        bytes_.readNumbers(text);
+        bytes_.readText(text);
         return text;
     }
 

@@ -43,8 +43,12 @@ std::optional<std::uint32_t> tagOfText(std::u16string_view text) {
     return placeOf(text, kTagTexts);
 }
 
+TARVOPersistenceValue& TARVOPersistenceNode::addValue(std::u16string_view name) {
+    return values[Name(name, &memory_)];
+}
+
 TARVOPersistenceNode& TARVOPersistenceNode::addNode(std::u16string_view name) {
-    auto& child = nodes[std::u16string(name)];
+    auto& child = nodes[Name(name, &memory_)];
     child = make();
     return *child;
 }

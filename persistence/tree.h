@@ -13,7 +13,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,7 +51,9 @@ std::optional<std::uint32_t> tagOfText(std::u16string_view text);
 // No tree goes further below its root than this.
 constexpr std::size_t kMostLevels = 1000;
 
-// One node. It counts its references, so that a reader on it can outlive the tree above it.
+// One node. It counts its references, so that a reader on it can outlive the tree above it. Its
+// names and the entries of its maps stand in memory of its own, which only grows: a tree is built
+// once.
 class TARVOPersistenceNode {
   public:
     static tarvo::Reference<TARVOPersistenceNode> make() {
@@ -62,6 +64,9 @@ class TARVOPersistenceNode {
 
     void addReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
     void release() noexcept;
+
+    // The value of a name, a new one if there is none.
+    TARVOPersistenceValue& addValue(std::u16string_view name);
 
     // A new child, in the place of the one that has its name if there is one.
     TARVOPersistenceNode& addNode(std::u16string_view name);
@@ -74,11 +79,24 @@ class TARVOPersistenceNode {
             return static_cast<std::size_t>(hashOfText(name));
         }
     };
+    struct NameEqual {
+        using is_transparent = void;
+        bool operator()(std::u16string_view left, std::u16string_view right) const noexcept {
+            return left == right;
+        }
+    };
+    using Name = std::pmr::u16string;
     template <class Entry>
-    using NameMap = std::unordered_map<std::u16string, Entry, NameHash, std::equal_to<>>;
+    using NameMap = std::pmr::unordered_map<Name, Entry, NameHash, NameEqual>;
 
-    NameMap<TARVOPersistenceValue> values;
-    NameMap<tarvo::Reference<TARVOPersistenceNode>> nodes;
+  private:
+    static constexpr std::size_t kFirstMemory = 256; // most nodes are small
+
+    std::pmr::monotonic_buffer_resource memory_{kFirstMemory};
+
+  public:
+    NameMap<TARVOPersistenceValue> values{&memory_};
+    NameMap<tarvo::Reference<TARVOPersistenceNode>> nodes{&memory_};
 
   private:
     TARVOPersistenceNode() = default;

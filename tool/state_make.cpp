@@ -158,7 +158,7 @@ void readTree(const json& root, TARVOPersistenceNode& target) {
         if (next.level > TARVO::kMostLevels)
             failAt(next.place, "is more than 1,000 levels deep, which TARVO doesn't read");
         for (const auto& [name, value] : objectMember(*next.content, "values", next.place).items())
-            readValue(next.target->values[toUtf16(name)], value, next.place + "/" + name);
+            readValue(next.target->addValue(toUtf16(name)), value, next.place + "/" + name);
         for (const auto& [name, node] : objectMember(*next.content, "nodes", next.place).items())
             pending.push_back({&node, &next.target->addNode(toUtf16(name)), next.place + "/" + name,
                                next.level + 1});

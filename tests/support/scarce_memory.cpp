@@ -41,3 +41,18 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+
+// Pools ask in this way, for no more than any memory is aligned to.
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    if (static_cast<std::size_t>(alignment) > __STDCPP_DEFAULT_NEW_ALIGNMENT__)
+        throw std::bad_alloc();
+    return operator new(size);
+}
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+    std::free(memory);
+}
