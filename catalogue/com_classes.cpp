@@ -11,25 +11,25 @@ namespace {
 
 // Null if the class can't be used.
 Reference<COMPMCRegistrationDetails> readClass(const UUID& uuid, const SystemKey& key,
-                                               ValueBuffer& buffer) {
+                                               ClassBuffer& buffer) {
     auto details = makeObject<COMPMCRegistrationDetails>(uuid, key, buffer);
     return details->isUsable() ? details : nullptr;
 }
 
 } // namespace
 
-std::optional<UUID> classOfProgId(const char16_t* progId, ValueBuffer& buffer) {
+std::optional<UUID> classOfProgId(const char16_t* progId, ClassBuffer& buffer) {
     for (const RegistryView view : kRegistryViews) {
         const SystemKey key = SystemKey::open(RegistryRoot::classesRoot, progId, view);
         const std::u16string text(
-            readText(key.open(u"CLSID", view), nullptr, buffer).value_or(u""));
+            readText(key.open(u"CLSID", view), nullptr, buffer.value).value_or(u""));
         if (const auto uuid = text.empty() ? std::nullopt : classIdentifier(text.c_str()))
             return uuid;
     }
     return std::nullopt;
 }
 
-Reference<COMPMCRegistrationDetails> findCOMClass(const UUID& uuid, ValueBuffer& buffer) {
+Reference<COMPMCRegistrationDetails> findCOMClass(const UUID& uuid, ClassBuffer& buffer) {
     std::u16string path = u"CLSID\\";
     path.append(classText(uuid).data());
     Reference<COMPMCRegistrationDetails> details;
@@ -92,7 +92,7 @@ class FoundIndex {
 
 } // namespace
 
-void findCOMClasses(std::u16string_view below, const IsWanted& isWanted, ValueBuffer& buffer,
+void findCOMClasses(std::u16string_view below, const IsWanted& isWanted, ClassBuffer& buffer,
                     std::vector<FoundPMC>& found) {
     FoundIndex index(found);
     std::u16string path;

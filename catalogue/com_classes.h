@@ -35,17 +35,17 @@ FoundPMC foundPMC(T& details, COMPMCRegistrationDetails* comClass = nullptr) {
 }
 
 // The class of a ProgID, if there is one in either view.
-std::optional<UUID> classOfProgId(const char16_t* progId, ValueBuffer& buffer);
+std::optional<UUID> classOfProgId(const char16_t* progId, ClassBuffer& buffer);
 
 // The class of an identifier; null if neither view has it, or it can't be used.
-Reference<COMPMCRegistrationDetails> findCOMClass(const UUID& uuid, ValueBuffer& buffer);
+Reference<COMPMCRegistrationDetails> findCOMClass(const UUID& uuid, ClassBuffer& buffer);
 
 // Tells whether a class is wanted, by a key below its own.
 using IsWanted = std::function<bool(const platform::SystemKey& key)>;
 
 // Adds to the components found so far the classes that have a key at the path `below`, are wanted
 // for it, can be used and have another identifier than those.
-void findCOMClasses(std::u16string_view below, const IsWanted& isWanted, ValueBuffer& buffer,
+void findCOMClasses(std::u16string_view below, const IsWanted& isWanted, ClassBuffer& buffer,
                     std::vector<FoundPMC>& found);
 
 } // namespace TARVO

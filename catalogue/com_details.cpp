@@ -12,13 +12,16 @@ using platform::RegistryView;
 using platform::SystemKey;
 
 COMPMCRegistrationDetails::COMPMCRegistrationDetails(const UUID& uuid, const SystemKey& key,
-                                                     ValueBuffer& buffer)
+                                                     ClassBuffer& buffer)
     : PMCRegistrationDetailsImpl(uuid) {
-    texts_.reserve(240);
+    buffer.texts.clear();
+    buffer.categories.clear();
     readDescription(key, buffer);
     readNames(key, buffer);
     readThreadingModel(key, buffer);
-    readCategories(key);
+    readCategories(key, buffer);
+    texts_ = buffer.texts;
+    categories_ = buffer.categories;
 }
 
 void COMPMCRegistrationDetails::addView(RegistryView view) noexcept {
@@ -27,53 +30,61 @@ void COMPMCRegistrationDetails::addView(RegistryView view) noexcept {
 
 // ---- reading the class ----
 
-void COMPMCRegistrationDetails::keep(std::optional<std::u16string_view> read, Text& text) {
+COMPMCRegistrationDetails::Text
+COMPMCRegistrationDetails::keep(std::optional<std::u16string_view> read, ClassBuffer& buffer) {
     if (!read)
-        return;
-    text = {texts_.size(), read->size()};
-    texts_.append(*read);
+        return {};
+    const Text kept{buffer.texts.size(), read->size()};
+    buffer.texts.append(*read);
+    return kept;
 }
 
 // COM classes of the first versions follow what the standard's version 1.2 says of components.
-void COMPMCRegistrationDetails::readDescription(const SystemKey& key, ValueBuffer& buffer) {
+void COMPMCRegistrationDetails::readDescription(const SystemKey& key, ClassBuffer& buffer) {
     const SystemKey texts = key.open(u"VaskDescription");
-    keep(readText(texts, u"Name", buffer), name_);
-    keep(readText(texts, u"Description", buffer), description_);
-    keep(readText(texts, u"VaskVersion", buffer), vaskVersion_);
-    keep(readText(texts, u"ComponentVersion", buffer), componentVersion_);
-    keep(readText(texts, u"About", buffer), about_);
-    keep(readText(texts, u"VendorURL", buffer), vendorURL_);
-    keep(readText(texts, u"HelpURL", buffer), helpURL_);
-    if (textAt(vaskVersion_) == u"1.0" || textAt(vaskVersion_) == u"1.1")
-        keep(u"1.2", vaskVersion_);
+    const auto read = [&](const char16_t* name) {
+        return keep(readText(texts, name, buffer.value), buffer);
+    };
+    name_ = read(u"Name");
+    description_ = read(u"Description");
+    vaskVersion_ = read(u"VaskVersion");
+    componentVersion_ = read(u"ComponentVersion");
+    about_ = read(u"About");
+    vendorURL_ = read(u"VendorURL");
+    helpURL_ = read(u"HelpURL");
+    const std::u16string_view version = vaskVersion_.in(buffer.texts);
+    if (version == u"1.0" || version == u"1.1")
+        vaskVersion_ = keep(u"1.2", buffer);
 }
 
-void COMPMCRegistrationDetails::readNames(const SystemKey& key, ValueBuffer& buffer) {
-    keep(readText(key.open(u"ProgID"), nullptr, buffer), progId_);
-    keep(readText(key.open(u"VersionIndependentProgID"), nullptr, buffer),
-         versionIndependentProgId_);
+void COMPMCRegistrationDetails::readNames(const SystemKey& key, ClassBuffer& buffer) {
+    const auto read = [&](const SystemKey& named) {
+        return keep(readText(named, nullptr, buffer.value), buffer);
+    };
+    progId_ = read(key.open(u"ProgID"));
+    versionIndependentProgId_ = read(key.open(u"VersionIndependentProgID"));
     if (name_.size == 0)
-        keep(readText(key, nullptr, buffer), name_);
+        name_ = read(key);
     if (name_.size == 0)
-        keep(classText(uuid()).data(), name_);
+        name_ = keep(classText(uuid()).data(), buffer);
 }
 
-void COMPMCRegistrationDetails::readThreadingModel(const SystemKey& key, ValueBuffer& buffer) {
-    const std::u16string model =
-        lowerCase(readText(key.open(u"InprocServer32"), u"ThreadingModel", buffer).value_or(u""));
+void COMPMCRegistrationDetails::readThreadingModel(const SystemKey& key, ClassBuffer& buffer) {
+    const std::u16string model = lowerCase(
+        readText(key.open(u"InprocServer32"), u"ThreadingModel", buffer.value).value_or(u""));
     if (model == u"apartment")
         flags_ |= TARVO_PMC_APARTMENT_THREADED;
     else if (model == u"single")
         usable_ = false;
 }
 
-void COMPMCRegistrationDetails::readCategories(const SystemKey& key) {
+void COMPMCRegistrationDetails::readCategories(const SystemKey& key, ClassBuffer& buffer) {
     const SystemKey implemented = key.open(u"Implemented Categories");
     if (!implemented)
         return;
     bool gated = false;
     bool enabled = false;
-    categories_.reserve(8); // few classes have more
+    std::vector<tarvo::UUID>& found = buffer.categories;
     platform::SubkeyNames names(implemented);
     while (const char16_t* name = names.next()) {
         const auto category = classIdentifier(name);
@@ -84,13 +95,13 @@ void COMPMCRegistrationDetails::readCategories(const SystemKey& key) {
         else if (categories::kEnabling == *category)
             enabled = true;
         else
-            categories_.emplace_back(*category);
+            found.emplace_back(*category);
     }
     if (gated && !enabled)
         usable_ = false;
-    categories_.push_back(categories::kTarvoComponent);
-    std::ranges::sort(categories_);
-    categories_.erase(std::unique(categories_.begin(), categories_.end()), categories_.end());
+    found.push_back(categories::kTarvoComponent);
+    std::ranges::sort(found);
+    found.erase(std::unique(found.begin(), found.end()), found.end());
 }
 
 // ---- answering ----

@@ -7,13 +7,22 @@
 
 namespace TARVO {
 
+// Room for reading classes, kept from one to the next. What a class keeps is allocated once and in
+// its size: texts that grow would leave a hole for each class, and there are heaps that look at one
+// hole after the other.
+struct ClassBuffer {
+    ValueBuffer value;
+    std::u16string texts;
+    std::vector<tarvo::UUID> categories;
+};
+
 class COMPMCRegistrationDetails final
     : public PMCRegistrationDetailsImpl<COMPMCRegistrationDetails> {
   public:
     // Reads the class from its key, which is open in one of the views. What is missing there stays
     // empty.
     COMPMCRegistrationDetails(const UUID& uuid, const platform::SystemKey& key,
-                              ValueBuffer& buffer);
+                              ClassBuffer& buffer);
 
     // Whether components of this kind can be used at all; if not, the object is not to be seen.
     bool isUsable() const noexcept { return usable_; }
@@ -44,21 +53,23 @@ class COMPMCRegistrationDetails final
     struct Text {
         std::size_t begin = 0;
         std::size_t size = 0;
+
+        std::u16string_view in(std::u16string_view texts) const {
+            return texts.substr(begin, size);
+        }
     };
 
-    std::u16string_view textAt(Text text) const {
-        return std::u16string_view(texts_).substr(text.begin, text.size);
-    }
+    // An empty one if nothing was read.
+    static Text keep(std::optional<std::u16string_view> read, ClassBuffer& buffer);
     static Result give(std::u16string_view text, IVaskString* target) {
         return target == nullptr ? RC_NULL_POINTER : tarvo::setText(target, text);
     }
-    Result give(Text text, IVaskString* target) const { return give(textAt(text), target); }
+    Result give(Text text, IVaskString* target) const { return give(text.in(texts_), target); }
 
-    void keep(std::optional<std::u16string_view> read, Text& text);
-    void readDescription(const platform::SystemKey& key, ValueBuffer& buffer);
-    void readNames(const platform::SystemKey& key, ValueBuffer& buffer);
-    void readThreadingModel(const platform::SystemKey& key, ValueBuffer& buffer);
-    void readCategories(const platform::SystemKey& key);
+    void readDescription(const platform::SystemKey& key, ClassBuffer& buffer);
+    void readNames(const platform::SystemKey& key, ClassBuffer& buffer);
+    void readThreadingModel(const platform::SystemKey& key, ClassBuffer& buffer);
+    void readCategories(const platform::SystemKey& key, ClassBuffer& buffer);
 
     std::u16string texts_; // one behind the other, since there may be thousands of classes
     Text name_;

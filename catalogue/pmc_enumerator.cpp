@@ -76,7 +76,7 @@ Result TarvoPMCEnumerator::getPMCByUUID(const UUID* uuid, IVaskPMCRegistrationDe
     *details = nullptr;
     if (auto native = findNativePMC(*uuid))
         return give(std::move(native), details);
-    if (auto com = findCOMClass(*uuid, valueBuffer_))
+    if (auto com = findCOMClass(*uuid, classBuffer_))
         return give(std::move(com), details);
     return RC_NOT_FOUND;
 }
@@ -98,8 +98,8 @@ Result TarvoPMCEnumerator::getPMCByProgId(const char16_t* progId,
         else if (auto native = findNativePMC(uuid))
             return give(std::move(native), details);
     }
-    if (const auto uuid = classOfProgId(progId, valueBuffer_))
-        if (auto com = findCOMClass(*uuid, valueBuffer_))
+    if (const auto uuid = classOfProgId(progId, classBuffer_))
+        if (auto com = findCOMClass(*uuid, classBuffer_))
             return give(std::move(com), details);
     return failure;
 }
@@ -146,7 +146,7 @@ Result TarvoPMCEnumerator::getAllPMCs(ITarvoCollection** pmcs) {
                     return true;
         return false;
     };
-    findCOMClasses(u"Implemented Categories", isMarked, valueBuffer_, found);
+    findCOMClasses(u"Implemented Categories", isMarked, classBuffer_, found);
     return give(std::move(found), pmcs);
 }
 
@@ -176,7 +176,7 @@ const std::vector<FoundPMC>& TarvoPMCEnumerator::pmcsInCategory(const UUID& cate
     std::vector<FoundPMC> found = findNativePMCsIn(text);
     findCOMClasses(
         std::u16string(u"Implemented Categories\\").append(text),
-        [](const SystemKey&) { return true; }, valueBuffer_, found);
+        [](const SystemKey&) { return true; }, classBuffer_, found);
     return categoryCache_.emplace(category, std::move(found)).first->second;
 }
 

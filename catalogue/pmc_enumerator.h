@@ -32,7 +32,7 @@ class TarvoPMCEnumerator final : public TarvoBaseImpl<TarvoPMCEnumerator, IVaskP
     UUIDSet markingCategories() const;
     const std::vector<FoundPMC>& pmcsInCategory(const UUID& category);
 
-    ValueBuffer valueBuffer_;
+    ClassBuffer classBuffer_;
     std::map<UUID, std::vector<FoundPMC>, UUIDLess> categoryCache_;
     Reference<TarvoRegistryKey> rootKey_;
 };
