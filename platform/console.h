@@ -17,6 +17,9 @@ void useUtf8Console();
 // How many columns the terminal has that the program prints to; 80 if it doesn't print to one.
 std::size_t consoleWidth();
 
+// Does a terminal show what the program writes to the standard error?
+bool hasErrorTerminal();
+
 // The system that the program runs on and its version, for people.
 std::string systemDescription();
 

@@ -1,6 +1,7 @@
 #include "tool/checkup.h"
 
 #include "tarvo/result.hpp"
+#include "tool/output.h"
 #include "tool/report.h"
 
 #include <algorithm>
@@ -23,6 +24,7 @@ void printFinding(std::size_t number, const Finding& finding) {
 } // namespace
 
 void Checkup::beginSection(std::string_view title) {
+    Progress::say("Examining: " + std::string(title));
     sections_.push_back({std::string(title), {}});
 }
 
@@ -83,7 +85,7 @@ void Checkup::printJson() const {
              {"advice", finding.advice},
              {"mended", isLeft(finding) ? ordered_json() : ordered_json(finding.mended)}});
     const ordered_json whole = {{"seen", sections}, {"findings", findings}};
-    fmt::print("{}\n", whole.dump(2, ' ', false, ordered_json::error_handler_t::replace));
+    printOut("{}\n", whole.dump(2, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 std::string reasonOf(const Failure& failure) {

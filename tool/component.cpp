@@ -2,8 +2,10 @@
 
 #include "tarvo/array.hpp"
 #include "tarvo/collection.h"
+#include "tarvo/component.hpp"
 #include "tarvo/text.hpp"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -58,8 +60,11 @@ std::vector<Component> componentsIn(ITarvoCollection& collection) {
         tarvo::Reference<IVaskInterface> item;
         require(collection.table->getItem(collection.me, static_cast<std::int32_t>(i), item.out()),
                 "cannot list the components");
-        components.push_back(
-            describeComponent(*reinterpret_cast<IVaskPMCRegistrationDetails*>(item.get())));
+        const auto details =
+            tarvo::query<IVaskPMCRegistrationDetails>(item.get(), kIVaskPMCRegistrationDetailsId);
+        if (!details)
+            throw Failure("cannot describe a component", RC_NO_INTERFACE);
+        components.push_back(describeComponent(*details));
     }
     return components;
 }
@@ -93,6 +98,7 @@ Component describeComponent(IVaskPMCRegistrationDetails& details) {
 }
 
 Catalogue::Catalogue(const Library& library) {
+    Progress::say("Looking for components");
     require(library.openEnumerator(enumerator_.out()), "cannot open the catalogue");
 }
 

@@ -3,6 +3,7 @@
 #include "platform/file.h"
 #include "tarvo/text.hpp"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <filesystem>
@@ -43,6 +44,7 @@ Definition::Definition(const Library& library, const std::string& path)
         throw Failure(fmt::format("cannot load the definition parser {}TARVOIDLParser.dll: {}; it "
                                   "belongs beside TARVO.dll",
                                   library.folder(), toUtf8(platform::moduleLoadError().text)));
+    Progress::say("Reading " + path);
     result_ = tarvo::Reference<IVaskIDLParseResult>::adopt(parse(path_.c_str()));
     tarvo::String message;
     result_->table->getErrorMessage(result_->me, message.pair());

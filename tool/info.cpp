@@ -2,6 +2,7 @@
 #include "tool/commands.h"
 #include "tool/failure.h"
 #include "tool/library.h"
+#include "tool/output.h"
 #include "tool/registry_file.h"
 #include "tool/text.h"
 
@@ -33,9 +34,9 @@ nlohmann::ordered_json describeScope(const Library& library, bool allUsers) {
 
 void printScope(const char* name, const nlohmann::ordered_json& scope) {
     const bool hasFolder = !scope["folder"].is_null();
-    fmt::print("{} scope\n", name);
-    fmt::print("  folder    {}\n", hasFolder ? scope["folder"].get<std::string>() : "none");
-    fmt::print("  registry  {}\n", scope["registry"].get<std::string>());
+    printOut("{} scope\n", name);
+    printOut("  folder    {}\n", hasFolder ? scope["folder"].get<std::string>() : "none");
+    printOut("  registry  {}\n", scope["registry"].get<std::string>());
 }
 
 } // namespace
@@ -50,14 +51,14 @@ void printInfo(bool asJson) {
             {"version", library.version()}, {"folder", library.folder()},
             {"language", language},         {"system", platform::systemDescription()},
             {"machine", machine},           {"user", user}};
-        fmt::print("{}\n", info.dump(2));
+        printOut("{}\n", info.dump(2));
         return;
     }
-    fmt::print("TARVO {}\n", library.version());
-    fmt::print("  folder    {}\n", library.folder());
-    fmt::print("  language  {}\n",
-               language.empty() ? "none: TARVOResource.DLL is missing" : language);
-    fmt::print("  system    {}\n", platform::systemDescription());
+    printOut("TARVO {}\n", library.version());
+    printOut("  folder    {}\n", library.folder());
+    printOut("  language  {}\n",
+             language.empty() ? "none: TARVOResource.DLL is missing" : language);
+    printOut("  system    {}\n", platform::systemDescription());
     printScope("machine", machine);
     printScope("user", user);
 }

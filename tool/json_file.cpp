@@ -3,6 +3,7 @@
 #include "platform/file.h"
 #include "registry/registry_file.h"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 namespace tool {
 
 std::string readFile(const std::string& path) {
+    Progress::say("Reading " + path);
     platform::OpenedFile opened = platform::File::openForReading(toUtf16(path));
     TARVO::FileBytes bytes(opened.file);
     if (opened.error != platform::FileError::none || !bytes.readAll())

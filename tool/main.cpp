@@ -4,6 +4,7 @@
 #include "tool/commands.h"
 #include "tool/failure.h"
 #include "tool/library.h"
+#include "tool/output.h"
 #include "tool/pmc_commands.h"
 #include "tool/registry_commands.h"
 #include "tool/setup_commands.h"
@@ -14,7 +15,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <fmt/format.h>
 #include <string>
 #include <vector>
 
@@ -45,12 +45,13 @@ std::string describe(const tool::Failure& failure) {
 ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
     // Of a misspelt command CLI11 says only that one is missing.
     const std::vector<std::string> unknown = app.remaining(true);
-    fmt::print(stderr, "tarvo: {}\nRun tarvo --help for more information.\n",
-               unknown.empty() ? error.what() : "not known here: " + unknown.front());
+    tool::printError("tarvo: {}\nRun tarvo --help for more information.\n",
+                     unknown.empty() ? error.what() : "not known here: " + unknown.front());
     return kWrongUse;
 }
 
 ExitStatus parseAndRun(std::vector<std::string> arguments) {
+    const tool::Progress progress;
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
     tool::TypeLibraryOptions libraryOptions;
@@ -76,7 +77,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     } catch (const CLI::ParseError& error) {
         return reportWrongUse(app, error);
     } catch (const tool::Failure& failure) {
-        fmt::print(stderr, "tarvo: {}\n", describe(failure));
+        tool::printError("tarvo: {}\n", describe(failure));
         return kFailed;
     }
     return options.faultFound || setupOptions.faultFound ? kFailed : kDone;

@@ -5,6 +5,7 @@
 #include "tarvo/text.hpp"
 #include "tool/component.h"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/pmc.h"
 #include "tool/text.h"
 
@@ -57,15 +58,15 @@ void createComponent(const std::string& name, std::uint32_t flags) {
 
     const std::u16string module =
         platform::modulePathOf(reinterpret_cast<const void*>(instance->table->addReference));
-    fmt::print("Created {}\n", printable(component.name));
-    fmt::print("  {:<11} {}\n", "way",
-               wayOf(component, module, toUtf16(library.folder() + "TARVOMarshal.dll")));
-    fmt::print("  {:<11} {}\n", "module", module.empty() ? "unknown" : toUtf8(module));
+    printOut("Created {}\n", printable(component.name));
+    printOut("  {:<11} {}\n", "way",
+             wayOf(component, module, toUtf16(library.folder() + "TARVOMarshal.dll")));
+    printOut("  {:<11} {}\n", "module", module.empty() ? "unknown" : toUtf8(module));
     if (const std::string own = nameOf(instance.get()); !own.empty())
-        fmt::print("  {:<11} {}\n", "own name", printable(own));
+        printOut("  {:<11} {}\n", "own name", printable(own));
     for (const auto& [interfaceName, id] : kKnownInterfaces)
         if (tarvo::query<IVaskInterface>(instance.get(), id))
-            fmt::print("  {:<11} {}\n", "interface", interfaceName);
+            printOut("  {:<11} {}\n", "interface", interfaceName);
 }
 
 } // namespace tool

@@ -2,6 +2,7 @@
 #include "tarvo/text.hpp"
 #include "tool/component.h"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/pmc.h"
 #include "tool/scope_writer.h"
 #include "tool/text.h"
@@ -57,16 +58,16 @@ void printTable(const std::vector<Component>& components) {
     for (const Component& component : components)
         longest = std::max(longest, component.name.size());
     const std::size_t width = std::min(room, longest);
-    fmt::print("{:<{}}  {:<6}  {:<7}  {}\n", "NAME", width, "KIND", "SCOPE", "UUID");
+    printOut("{:<{}}  {:<6}  {:<7}  {}\n", "NAME", width, "KIND", "SCOPE", "UUID");
     for (const Component& component : components)
-        fmt::print("{:<{}}  {:<6}  {:<7}  {}\n", fitted(printable(component.name), width), width,
-                   kindOf(component), scopeName(component.allUsers()),
-                   toUtf8(component.uuid.string()));
+        printOut("{:<{}}  {:<6}  {:<7}  {}\n", fitted(printable(component.name), width), width,
+                 kindOf(component), scopeName(component.allUsers()),
+                 toUtf8(component.uuid.string()));
 }
 
 void printField(const char* title, const std::string& text) {
     if (!text.empty())
-        fmt::print("  {:<19} {}\n", title, printable(text));
+        printOut("  {:<19} {}\n", title, printable(text));
 }
 
 std::string describeLocation(const ComponentLocation& location) {
@@ -92,7 +93,7 @@ std::string describeCategory(const Library& library, const std::string& category
 }
 
 void printComponent(const Library& library, const Component& component) {
-    fmt::print("{}\n", printable(component.name));
+    printOut("{}\n", printable(component.name));
     printField("identifier", toUtf8(component.uuid.string()));
     printField("kind", component.isCOMClass() ? "COM class" : "native component");
     printField("description", component.description);
@@ -109,7 +110,7 @@ void printComponent(const Library& library, const Component& component) {
     for (const std::string& category : component.categories)
         printField("category", describeCategory(library, category));
     for (const ComponentLocation& location : component.locations)
-        fmt::print("  {:<19} {}\n", kLocationNames[location.number], describeLocation(location));
+        printOut("  {:<19} {}\n", kLocationNames[location.number], describeLocation(location));
 }
 
 } // namespace
@@ -121,9 +122,9 @@ void listComponents(const std::string& category, bool json) {
         ordered_json list = ordered_json::array();
         for (const Component& component : components)
             list.push_back(asJson(component));
-        fmt::print("{}\n", list.dump(2));
+        printOut("{}\n", list.dump(2));
     } else if (components.empty()) {
-        fmt::print("(no components)\n");
+        printOut("(no components)\n");
     } else {
         printTable(components);
     }
@@ -133,7 +134,7 @@ void showComponent(const std::string& name, bool json) {
     const Library library;
     const Component component = describeComponent(*Catalogue(library).find(name));
     if (json)
-        fmt::print("{}\n", asJson(component).dump(2));
+        printOut("{}\n", asJson(component).dump(2));
     else
         printComponent(library, component);
 }

@@ -3,6 +3,7 @@
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/manifest.h"
+#include "tool/output.h"
 #include "tool/pmc.h"
 #include "tool/text.h"
 #include "tool/uuid_argument.h"
@@ -88,8 +89,8 @@ void registerComponent(const std::string& manifestPath, bool allUsers) {
     fillIn(*registrar, manifest);
     require(registrar->table->commit(registrar->me), "cannot register the component");
     commit(writer, allUsers);
-    fmt::print("Registered {} {} in the {} scope.\n", manifest.texts.at("name"),
-               toUtf8(manifest.uuid.string()), allUsers ? "machine" : "user");
+    printOut("Registered {} {} in the {} scope.\n", manifest.texts.at("name"),
+             toUtf8(manifest.uuid.string()), allUsers ? "machine" : "user");
 }
 
 void unregisterComponent(const std::string& uuidText, const std::string& location, bool allUsers) {

@@ -5,10 +5,9 @@
 #include "tool/commands.h"
 #include "tool/failure.h"
 #include "tool/library.h"
+#include "tool/output.h"
 #include "tool/registry_file.h"
 #include "tool/text.h"
-
-#include <fmt/format.h>
 
 namespace tool {
 
@@ -79,8 +78,8 @@ void restoreBackup(Scope scope) {
     const std::u16string path = library.registryPath(scope == Scope::machine);
     const RestoredBackup restored = putBackupBack(path);
     if (!restored.keptAs.empty())
-        fmt::print("what was there is kept as {}\n", toUtf8(restored.keptAs));
-    fmt::print("{} is now as in {}\n", toUtf8(path), toUtf8(restored.backup));
+        printOut("what was there is kept as {}\n", toUtf8(restored.keptAs));
+    printOut("{} is now as in {}\n", toUtf8(path), toUtf8(restored.backup));
 }
 
 } // namespace tool

@@ -5,6 +5,7 @@
 #include "registry/registry_file.h"
 #include "registry/registry_parser.h"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ using TARVO::TarvoRegistry;
 platform::OpenedFile openPatiently(const std::u16string& path) {
     using namespace std::chrono_literals;
     constexpr int kAttempts = 50;
+    Progress::say("Reading " + toUtf8(path));
     platform::OpenedFile opened = platform::File::openForReading(path);
     for (int i = 1; i < kAttempts && opened.error == FileError::sharingViolation; ++i) {
         platform::pauseFor(100ms);

@@ -1,10 +1,10 @@
 #include "tool/report.h"
 
 #include "platform/console.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace tool {
 
@@ -37,9 +37,9 @@ std::string_view takeLine(std::string_view& text, std::size_t columns) {
 
 void printWrapped(std::string_view text, std::size_t left) {
     const std::size_t columns = std::max<std::size_t>(platform::consoleWidth(), 60) - left - 1;
-    fmt::print("{}\n", takeLine(text, columns));
+    printOut("{}\n", takeLine(text, columns));
     while (!text.empty())
-        fmt::print("{:{}}{}\n", "", left, takeLine(text, columns));
+        printOut("{:{}}{}\n", "", left, takeLine(text, columns));
 }
 
 } // namespace
@@ -49,18 +49,18 @@ void printHeading(std::string_view text) {
 }
 
 void printStep(std::string_view title, std::string_view text) {
-    fmt::print("  {:<{}} ", title, kTitle);
+    printOut("  {:<{}} ", title, kTitle);
     printWrapped(printable(text), kTextColumn);
 }
 
 void printItem(std::string_view lead, std::string_view text) {
     constexpr std::size_t kLead = 3;
-    fmt::print("{:<{}} ", lead, kLead);
+    printOut("{:<{}} ", lead, kLead);
     printWrapped(printable(text), kLead + 1);
 }
 
 void printVerdict(std::string_view verdict, std::string_view advice) {
-    fmt::print("\n");
+    printOut("\n");
     printWrapped(printable(verdict), 0);
     if (!advice.empty())
         printWrapped(printable(advice), 0);

@@ -2,6 +2,7 @@
 
 #include "tarvo/text.hpp"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -97,6 +98,7 @@ std::string ScopeWriter::text(const std::string& path, const std::string& name) 
 }
 
 void ScopeWriter::commit() const {
+    Progress::say("Writing the " + scopeName_ + " scope");
     require(writer_->table->commit(writer_->me), "cannot write the " + scopeName_ + " scope");
 }
 

@@ -2,6 +2,7 @@
 #include "tool/failure.h"
 #include "tool/installation_key.h"
 #include "tool/library.h"
+#include "tool/output.h"
 #include "tool/scope_writer.h"
 #include "tool/setup.h"
 #include "tool/text.h"
@@ -18,8 +19,8 @@ void installSetup(bool allUsers) {
     folder.pop_back(); // the separator
     registerComponentCategories(library, allUsers);
     writeInstallationKey(allUsers, folder, library.version());
-    fmt::print("Programs find TARVO {} in {} ({} scope).\n", library.version(), toUtf8(folder),
-               scopeName(allUsers));
+    printOut("Programs find TARVO {} in {} ({} scope).\n", library.version(), toUtf8(folder),
+             scopeName(allUsers));
 }
 
 // The key goes first, so that it can go where the library is gone already.

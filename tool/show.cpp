@@ -2,12 +2,12 @@
 #include "tool/failure.h"
 #include "tool/key_source.h"
 #include "tool/library.h"
+#include "tool/output.h"
 #include "tool/registry_file.h"
 #include "tool/text.h"
 #include "tool/tree_text.h"
 
 #include <cstdio>
-#include <fmt/format.h>
 
 namespace tool {
 
@@ -18,7 +18,7 @@ void warnIfMalformed(const Library& library, bool allUsers) {
     const std::u16string path = library.registryPath(allUsers);
     const RegistryFile file = readRegistryFile(path);
     if (file.fault)
-        fmt::print(stderr, "tarvo: warning: {}; what this file holds is not shown\n",
+        printError("tarvo: warning: {}; what this file holds is not shown\n",
                    describeFault(path, *file.fault));
 }
 
@@ -35,7 +35,7 @@ void showRegistry(const std::string& path, Scope scope, bool asJson) {
     auto key = scope == Scope::all ? openBothScopes(library, toUtf16(path))
                                    : openScopeKey(library, scope == Scope::machine, toUtf16(path));
     const std::string text = asJson ? treeAsJson(std::move(key)) : treeAsText(std::move(key));
-    fmt::print("{}", text);
+    printOut("{}", text);
 }
 
 bool verifyRegistryFile(const std::string& path) {
@@ -44,10 +44,10 @@ bool verifyRegistryFile(const std::string& path) {
     if (!file.isThere)
         throw Failure("cannot read " + path, RC_NOT_FOUND);
     if (file.fault) {
-        fmt::print("{}\n", describeFault(filePath, *file.fault));
+        printOut("{}\n", describeFault(filePath, *file.fault));
         return false;
     }
-    fmt::print("{}: {}\n", path, describeContent(file));
+    printOut("{}: {}\n", path, describeContent(file));
     return !file.isCutOff;
 }
 

@@ -1,6 +1,7 @@
 #include "persistence/stream_decoder.h"
 #include "tool/failure.h"
 #include "tool/json_file.h"
+#include "tool/output.h"
 #include "tool/state.h"
 #include "tool/state_walk.h"
 #include "tool/text.h"
@@ -145,7 +146,7 @@ template <class Writer>
 void print(const TARVO::TARVOPersistenceNode& root) {
     Writer writer;
     walkState(root, writer);
-    fmt::print("{}", writer.take());
+    printOut("{}", writer.take());
 }
 
 [[noreturn]] void failOn(const std::string& file, const TARVO::StreamError& error,

@@ -3,12 +3,12 @@
 #include "tool/json_file.h"
 #include "tool/json_member.h"
 #include "tool/key_source.h"
+#include "tool/output.h"
 #include "tool/scope_writer.h"
 #include "tool/text.h"
 #include "tool/tree_text.h"
 
 #include <cstdint>
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -68,7 +68,7 @@ void importKeys(const json& root, KeyChange target) {
 void exportRegistry(const std::string& path, Scope scope) {
     const Library library;
     auto key = openScopeKey(library, scope == Scope::machine, toUtf16(path));
-    fmt::print("{}", treeAsJson(std::move(key)));
+    printOut("{}", treeAsJson(std::move(key)));
 }
 
 void importRegistry(const std::string& file, const std::string& path, Scope scope) {

@@ -1,6 +1,7 @@
 #include "tool/component.h"
 #include "tool/definition.h"
 #include "tool/failure.h"
+#include "tool/output.h"
 #include "tool/text.h"
 #include "tool/type_library.h"
 #include "tool/type_library_registration.h"
@@ -39,8 +40,8 @@ void registerDefinition(const std::string& path, bool allUsers) {
     const Definition definition(library, path);
     registerIn(library, definition, allUsers);
     for (const Definition::DefinedLibrary& defined : definition.libraries())
-        fmt::print("Registered {} {} in the {} scope.\n", printable(defined.name),
-                   toUtf8(defined.uuid.string()), scopeName(allUsers));
+        printOut("Registered {} {} in the {} scope.\n", printable(defined.name),
+                 toUtf8(defined.uuid.string()), scopeName(allUsers));
 }
 
 void unregisterTypeLibrary(const std::string& uuidText, bool allUsers) {

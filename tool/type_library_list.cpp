@@ -6,11 +6,11 @@
 #include "tool/definition.h"
 #include "tool/failure.h"
 #include "tool/key_source.h"
+#include "tool/output.h"
 #include "tool/text.h"
 #include "tool/type_library.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace tool {
@@ -51,6 +51,7 @@ tarvo::Reference<IVaskLibraryEnumerator> enumeratorOf(const Library& library) {
 }
 
 std::vector<TypeLibrary> allLibraries(const Library& library) {
+    Progress::say("Looking for type libraries");
     const auto enumerator = enumeratorOf(library);
     tarvo::Reference<ITarvoCollection> collection;
     require(enumerator->table->getAllLibraries(enumerator->me, collection.out()),
@@ -139,9 +140,9 @@ ordered_json asJson(const Library& tarvo, const TypeLibrary& library) {
 
 void printLibrary(const Library& tarvo, const TypeLibrary& library) {
     const auto print = [](const char* title, const std::string& text) {
-        fmt::print("  {:<11} {}\n", title, text);
+        printOut("  {:<11} {}\n", title, text);
     };
-    fmt::print("{}\n", printable(library.name));
+    printOut("{}\n", printable(library.name));
     print("identifier", toUtf8(library.uuid.string()));
     if (!library.version.empty())
         print("version", printable(library.version));
@@ -158,11 +159,11 @@ void printLibrary(const Library& tarvo, const TypeLibrary& library) {
 void printTable(const std::vector<TypeLibrary>& libraries) {
     constexpr std::size_t kName = 27;
     constexpr std::size_t kVersion = 10;
-    fmt::print("{:<{}}  {:<{}}  {}\n", "NAME", kName, "VERSION", kVersion, "UUID");
+    printOut("{:<{}}  {:<{}}  {}\n", "NAME", kName, "VERSION", kVersion, "UUID");
     for (const TypeLibrary& library : libraries)
-        fmt::print("{:<{}}  {:<{}}  {}\n", fitted(printable(library.name), kName), kName,
-                   fitted(printable(library.version), kVersion), kVersion,
-                   toUtf8(library.uuid.string()));
+        printOut("{:<{}}  {:<{}}  {}\n", fitted(printable(library.name), kName), kName,
+                 fitted(printable(library.version), kVersion), kVersion,
+                 toUtf8(library.uuid.string()));
 }
 
 } // namespace
@@ -170,12 +171,12 @@ void printTable(const std::vector<TypeLibrary>& libraries) {
 void checkDefinition(const std::string& path) {
     const Library library;
     const Definition definition(library, path);
-    fmt::print("{}: no mistakes\n", path);
+    printOut("{}: no mistakes\n", path);
     for (const Definition::DefinedLibrary& defined : definition.libraries())
-        fmt::print("  {} {} {}, categories: {}, enumerations: {}, interfaces: {}\n",
-                   printable(defined.name), toUtf8(defined.uuid.string()),
-                   defined.version.empty() ? "without version" : "version " + defined.version,
-                   defined.categories, defined.enumerations, defined.interfaces);
+        printOut("  {} {} {}, categories: {}, enumerations: {}, interfaces: {}\n",
+                 printable(defined.name), toUtf8(defined.uuid.string()),
+                 defined.version.empty() ? "without version" : "version " + defined.version,
+                 defined.categories, defined.enumerations, defined.interfaces);
 }
 
 void listTypeLibraries(bool json) {
@@ -185,11 +186,11 @@ void listTypeLibraries(bool json) {
         ordered_json list = ordered_json::array();
         for (const TypeLibrary& one : libraries)
             list.push_back(asJson(one));
-        fmt::print("{}\n", list.dump(2));
+        printOut("{}\n", list.dump(2));
         return;
     }
     if (libraries.empty())
-        return fmt::print("(no type libraries)\n");
+        return printOut("(no type libraries)\n");
     printTable(libraries);
 }
 
@@ -197,7 +198,7 @@ void showTypeLibrary(const std::string& name, bool json) {
     const Library library;
     const TypeLibrary shown = find(library, name);
     if (json)
-        fmt::print("{}\n", asJson(library, shown).dump(2));
+        printOut("{}\n", asJson(library, shown).dump(2));
     else
         printLibrary(library, shown);
 }

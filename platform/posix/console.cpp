@@ -20,6 +20,10 @@ std::size_t consoleWidth() {
     return known ? size.ws_col : 80;
 }
 
+bool hasErrorTerminal() {
+    return isatty(STDERR_FILENO) == 1;
+}
+
 std::string systemDescription() {
     utsname name{};
     if (uname(&name) != 0) {

@@ -58,6 +58,11 @@ std::size_t consoleWidth() {
     return static_cast<std::size_t>(information.srWindow.Right - information.srWindow.Left + 1);
 }
 
+bool hasErrorTerminal() {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 // What GetVersionEx tells depends on the program's manifest.
 std::string systemDescription() {
     OSVERSIONINFOW version{};
