@@ -32,13 +32,14 @@ std::u16string number(int value) {
 }
 
 bool loadFile(const std::u16string& path, IVaskString* message) {
-    const platform::ModuleHandle module = platform::loadModule(path);
+    platform::ModuleLoadError error;
+    const platform::ModuleHandle module = platform::loadModule(path, &error);
     if (module != nullptr) {
         library = module;
         return true;
     }
-    const std::u16string reason = platform::moduleLoadError().text;
-    return fail(message, path + u" load error: " + (reason.empty() ? u"unknown error" : reason));
+    return fail(message,
+                path + u" load error: " + (error.text.empty() ? u"unknown error" : error.text));
 }
 
 bool loadNewest(IVaskString* message) {

@@ -119,6 +119,6 @@ TarvoResult getTarvoVersion(IVaskString* version) {
     return TARVO::guardedCall([&]() -> TarvoResult {
         if (version == nullptr)
             return RC_NULL_POINTER;
-        return tarvo::setText(version, u"1.2.1.2");
+        return tarvo::setText(version, TARVO_VERSION);
     });
 }

@@ -1,31 +1,21 @@
 #include "core/error_object.h"
 
+#include "core/object.h"
 #include "core/slot.h"
 #include "tarvo/text.hpp"
 
-#include <atomic>
 #include <string>
 
 namespace TARVO {
 
 namespace {
 
-// Stands outside the object bases: it has one interface, no last error of its own, and frees
-// itself.
-class VaskError {
+class VaskError final : public TarvoBaseImpl<VaskError, IVaskError> {
   public:
     VaskError(std::u16string_view text, std::u16string_view source, std::u16string_view scope,
               IVaskError* cause)
-        : pair_{this, &kTable}, text_(text), scope_(scope), source_(source),
+        : TarvoBaseImpl(&kTable), text_(text), scope_(scope), source_(source),
           cause_(tarvo::Reference<IVaskError>::share(cause)) {}
-
-    IVaskError* pair() noexcept { return &pair_; }
-
-    void addReference() noexcept { references_.fetch_add(1); }
-    void release() noexcept {
-        if (references_.fetch_sub(1) == 1)
-            delete this;
-    }
 
     Result getErrorText(IVaskString* text) { return give(text, text_); }
     Result getSource(IVaskString* source) { return give(source, source_); }
@@ -44,12 +34,10 @@ class VaskError {
 
     static const IVaskErrorTable kTable;
 
-    IVaskError pair_;
     std::u16string text_;
     std::u16string scope_;
     std::u16string source_;
     tarvo::Reference<IVaskError> cause_;
-    std::atomic<std::uint32_t> references_ = 0;
 };
 
 constinit const IVaskErrorTable VaskError::kTable = {
@@ -65,8 +53,9 @@ constinit const IVaskErrorTable VaskError::kTable = {
 
 tarvo::Reference<IVaskError> makeError(std::u16string_view text, std::u16string_view source,
                                        std::u16string_view scope, IVaskError* cause) {
-    auto* error = new VaskError(text, source, scope, cause);
-    return tarvo::Reference<IVaskError>::share(error->pair());
+    tarvo::Reference<IVaskError> error;
+    handOut(makeObject<VaskError>(text, source, scope, cause), error.out());
+    return error;
 }
 
 void recordError(tarvo::Reference<IVaskError>& lastError, std::u16string_view source,

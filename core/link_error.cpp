@@ -29,6 +29,9 @@ void appendErrorText(std::u16string& message, IVaskError& error, tarvo::String& 
     message.append(text.text());
 }
 
+// A caller's own error may be its own cause.
+constexpr int kMostLinks = 100;
+
 // The error's cause, or nothing where the chain ends or can't be followed.
 tarvo::Reference<IVaskError> causeOf(IVaskError& error) {
     IVaskError* stored = nullptr;
@@ -73,7 +76,8 @@ const std::u16string& vask_link_error::message() const {
         return description();
 
     tarvo::String text;
-    for (auto error = error_; error;) {
+    auto error = error_;
+    for (int link = 0; error && link < kMostLinks; ++link) {
         message_.append(u"in %SCOPE% of %SOURCE%");
         replaceMarker(message_, u"%SCOPE%", *error, error->table->getScope, u"<unknown scope>",
                       text);

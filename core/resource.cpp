@@ -44,7 +44,7 @@ constinit ResourceLibrary resourceLibrary;
 void loadResourceLibrary() noexcept {
     try {
         resourceLibrary.load();
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         return; // nothing may make the load fail: the library stands without texts then
     }
 }

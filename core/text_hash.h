@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <system_error>
 
 namespace TARVO {
 
@@ -43,15 +44,21 @@ inline std::uint64_t mix(std::uint64_t left, std::uint64_t right) noexcept {
 }
 
 struct HashSeed {
-    HashSeed() {
-        const auto bytes = platform::newIdentifier();
-        std::memcpy(words, bytes.data(), sizeof words);
+    HashSeed() noexcept {
+        try {
+            const auto bytes = platform::newIdentifier();
+            std::memcpy(words, bytes.data(), sizeof words);
+        } catch (const std::system_error&) {
+            // Without random numbers, where the loader put things is the best that there is.
+            words[0] = reinterpret_cast<std::uintptr_t>(this) * 0x9e3779b97f4a7c15;
+            words[1] = reinterpret_cast<std::uintptr_t>(&words[0]) ^ words[0] >> 32;
+        }
         words[1] |= 1;
     }
     std::uint64_t words[2];
 };
 
-inline const HashSeed& hashSeed() {
+inline const HashSeed& hashSeed() noexcept {
     static const HashSeed seed;
     return seed;
 }

@@ -7,6 +7,7 @@
 #include "tarvo/uuid.h"
 
 #include <cstring>
+#include <system_error>
 
 namespace TARVO {
 
@@ -25,7 +26,11 @@ bool isUUIDText(std::u16string_view text) noexcept {
 } // namespace TARVO
 
 TarvoUUID vaskGenUUID(void) {
-    return TARVO::newUUID();
+    try {
+        return TARVO::newUUID();
+    } catch (const std::system_error&) {
+        return {}; // no exception passes the boundary, and the call has no other way to fail
+    }
 }
 
 TarvoResult vaskStringFromUUID(const TarvoUUID* uuid, IVaskString* text) {

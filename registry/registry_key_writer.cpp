@@ -42,18 +42,18 @@ TarvoRegistryKeyWriter::TarvoRegistryKeyWriter(std::shared_ptr<EditState> state,
 // Key writers can stand as deep as a path is long, so those that go with this one give up their
 // children before they go, and not one inside the other. A child that a caller holds lives on.
 TarvoRegistryKeyWriter::~TarvoRegistryKeyWriter() {
-    std::vector<Reference<TarvoRegistryKeyWriter>> going;
+    Reference<TarvoRegistryKeyWriter> going;
     const auto takeChildrenOf = [&going](TarvoRegistryKeyWriter& key) {
         for (auto& [name, child] : key.children_) {
             child->parent_ = nullptr;
-            going.push_back(std::move(child));
+            child->nextGoing_ = std::move(going);
+            going = std::move(child);
         }
         key.children_.clear();
     };
     takeChildrenOf(*this);
-    while (!going.empty()) {
-        const auto key = std::move(going.back());
-        going.pop_back();
+    while (going) {
+        const auto key = std::exchange(going, std::move(going->nextGoing_));
         if (key->isSoleReference())
             takeChildrenOf(*key);
     }
@@ -260,7 +260,7 @@ void TarvoRegistryKeyWriter::applyPending(std::vector<TarvoRegistryKeyWriter*>& 
 }
 
 // The key has vanished from the file, and so has everything below it.
-void TarvoRegistryKeyWriter::leaveOut() noexcept {
+void TarvoRegistryKeyWriter::leaveOut() {
     for (std::vector<TarvoRegistryKeyWriter*> pending = {this}; !pending.empty();) {
         TarvoRegistryKeyWriter* key = pending.back();
         pending.pop_back();

@@ -75,7 +75,7 @@ class TarvoRegistryKeyWriter final
     TarvoRegistryKeyWriter& createChild(const std::u16string& name);
     TarvoRegistryKeyWriter* findKeyWriter(const Components& components, std::size_t leftOver);
     void applyPending(std::vector<TarvoRegistryKeyWriter*>& below);
-    void leaveOut() noexcept;
+    void leaveOut();
 
     std::shared_ptr<EditState> state_;
     TarvoRegistryKeyWriter* parent_; // null for the root, and for a key that was deleted
@@ -84,6 +84,8 @@ class TarvoRegistryKeyWriter final
     std::unordered_map<std::u16string, Reference<TarvoRegistryKeyWriter>> children_;
     std::unordered_set<std::u16string> removedValues_;
     std::unordered_map<std::u16string, RegistryValue> pendingValues_;
+
+    Reference<TarvoRegistryKeyWriter> nextGoing_; // while the one above it is destroyed
 
     // Made only to reach something in or below an existing key: a commit doesn't make the key anew.
     bool onlyIfPresent_ = false;

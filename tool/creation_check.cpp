@@ -149,14 +149,14 @@ class CreationCheck {
     static void checkLibrary(const std::u16string& path, const char* code,
                              std::initializer_list<const char*> entryPoints) {
         checkFile(path, code);
-        const platform::ModuleHandle module = platform::loadModule(path);
-        if (module == nullptr)
+        const platform::LoadedModule module(path);
+        if (!module)
             throw Obstacle{fmt::format("the system can't load the library: {} ({})",
-                                       toUtf8(platform::moduleLoadError().text), code),
+                                       systemText(module.error().text), code),
                            "Install what it needs, beside the host or where the system looks."};
         printStep("loading", "the system loads it");
         for (const char* name : entryPoints)
-            if (platform::findSymbol(module, name) == nullptr)
+            if (module.find(name) == nullptr)
                 throw Obstacle{fmt::format("the library has no entry point {} ({})", name, code),
                                "Export a function of exactly this name, in C linkage."};
         printStep("entry point", fmt::format("{} is there", *entryPoints.begin()));
@@ -176,12 +176,10 @@ class CreationCheck {
     }
 
     static void checkImport(const std::string& name, const char* code) {
-        const platform::ModuleHandle module = platform::loadModule(toUtf16(name));
-        if (module == nullptr)
+        if (!platform::LoadedModule(toUtf16(name)))
             throw Obstacle{
                 fmt::format("the library needs {}, which can't be loaded ({})", name, code),
                 "Install it beside the host or where the system looks."};
-        platform::freeModule(module);
     }
 
     const Library& library_;

@@ -34,28 +34,24 @@ Definition::DefinedLibrary describe(IVaskIDLLibrary& library) {
 
 Definition::Definition(const Library& library, const std::string& path)
     : path_(std::filesystem::absolute(std::filesystem::path(toUtf16(path))).u16string()),
-      parser_(platform::loadModule(toUtf16(library.folder() + "TARVOIDLParser.dll"))) {
+      parser_(toUtf16(library.folder() + "TARVOIDLParser.dll")) {
     if (!platform::fileExists(path_))
         throw Failure("there is no file " + path);
-    auto* const parse = parser_ == nullptr ? nullptr
-                                           : reinterpret_cast<VaskIDLParseFunction*>(
-                                                 platform::findSymbol(parser_, "VaskIDLParse"));
-    if (parse == nullptr)
+    if (!parser_)
         throw Failure(fmt::format("cannot load the definition parser {}TARVOIDLParser.dll: {}; it "
                                   "belongs beside TARVO.dll",
-                                  library.folder(), toUtf8(platform::moduleLoadError().text)));
+                                  library.folder(), systemText(parser_.error().text)));
+    auto* const parse = reinterpret_cast<VaskIDLParseFunction*>(parser_.find("VaskIDLParse"));
+    if (parse == nullptr)
+        throw Failure(fmt::format("{}TARVOIDLParser.dll is no definition parser; install the "
+                                  "package again",
+                                  library.folder()));
     Progress::say("Reading " + path);
     result_ = tarvo::Reference<IVaskIDLParseResult>::adopt(parse(path_.c_str()));
     tarvo::String message;
     result_->table->getErrorMessage(result_->me, message.pair());
     if (!message.text().empty())
         throw Failure("the definition has mistakes\n" + toUtf8(message.text()));
-}
-
-// The parser's objects go before the parser.
-Definition::~Definition() {
-    result_ = nullptr;
-    platform::freeModule(parser_);
 }
 
 std::vector<Definition::DefinedLibrary> Definition::libraries() const {

@@ -25,9 +25,6 @@ class Definition {
 
     // Raises Failure if the parser can't be had, or with its message if the file has mistakes.
     Definition(const Library& library, const std::string& path);
-    ~Definition();
-    Definition(const Definition&) = delete;
-    Definition& operator=(const Definition&) = delete;
 
     // The file's whole path, as registerLibrary takes it.
     const std::u16string& path() const { return path_; }
@@ -36,8 +33,8 @@ class Definition {
 
   private:
     std::u16string path_;
-    platform::ModuleHandle parser_;
-    tarvo::Reference<IVaskIDLParseResult> result_;
+    platform::LoadedModule parser_;
+    tarvo::Reference<IVaskIDLParseResult> result_; // goes before the parser
 };
 
 } // namespace tool

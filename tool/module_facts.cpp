@@ -61,7 +61,7 @@ ModuleFacts examineELF(const Image& image) {
     return facts;
 }
 
-// The headers of a PE file (Microsoft's PE/COFF specification), as far as its imports.
+// The headers of a PE file (the PE/COFF format), as far as its imports.
 class PEFile {
   public:
     explicit PEFile(const Image& image)
@@ -81,12 +81,12 @@ class PEFile {
         constexpr std::size_t kMost = 1000;
         std::vector<std::string> names;
         const auto table = image_.at<std::uint32_t>(optionalHeader() + (is64Bit() ? 120 : 104));
-        for (std::uint64_t entry = fileOffset(table.value_or(0)); names.size() < kMost;
-             entry += kEntry) {
-            const auto name = image_.at<std::uint32_t>(entry + 12);
-            if (!table || *table == 0 || !name || *name == 0)
+        auto entry = fileOffset(table.value_or(0));
+        for (; entry && names.size() < kMost; *entry += kEntry) {
+            const auto name = fileOffset(image_.at<std::uint32_t>(*entry + 12).value_or(0));
+            if (!name)
                 break;
-            names.push_back(image_.textAt(fileOffset(*name)));
+            names.push_back(image_.textAt(*name));
         }
         return names;
     }
@@ -94,8 +94,8 @@ class PEFile {
   private:
     std::uint64_t optionalHeader() const { return header_ + 20; }
 
-    // Where in the file a section puts what it puts at an address in memory.
-    std::uint64_t fileOffset(std::uint32_t address) const {
+    // Where the file has what goes to an address in memory. Nothing for 0, and where no section is.
+    std::optional<std::uint64_t> fileOffset(std::uint32_t address) const {
         constexpr std::uint64_t kSection = 40;
         const std::uint64_t first =
             optionalHeader() + image_.at<std::uint16_t>(header_ + 16).value_or(0);
@@ -104,11 +104,11 @@ class PEFile {
              section += kSection) {
             const std::uint32_t start = image_.at<std::uint32_t>(section + 12).value_or(0);
             const std::uint32_t size = image_.at<std::uint32_t>(section + 16).value_or(0);
-            if (address >= start && address - start < size)
+            if (address > 0 && address >= start && address - start < size)
                 return std::uint64_t{address} - start +
                        image_.at<std::uint32_t>(section + 20).value_or(0);
         }
-        return UINT64_MAX; // nowhere
+        return std::nullopt;
     }
 
     const Image& image_;

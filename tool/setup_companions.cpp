@@ -50,34 +50,16 @@ const std::vector<Companion>& companions() {
 
 constexpr const char* kInstallAgain = "Install the package again.";
 
-// A module for as long as it is looked at.
-class LoadedModule {
-  public:
-    explicit LoadedModule(const std::u16string& path) : handle_(platform::loadModule(path)) {}
-    ~LoadedModule() { platform::freeModule(handle_); }
-    LoadedModule(const LoadedModule&) = delete;
-    LoadedModule& operator=(const LoadedModule&) = delete;
-
-    explicit operator bool() const { return handle_ != nullptr; }
-    bool has(const char* entryPoint) const {
-        return platform::findSymbol(handle_, entryPoint) != nullptr;
-    }
-
-  private:
-    platform::ModuleHandle handle_;
-};
-
 // Why a file that is there can't serve; empty if it can.
 std::string faultOf(const Companion& companion, const std::u16string& path,
                     const ModuleFacts& facts) {
     if (!facts.fits)
         return fmt::format("it is no library for this system: {}", facts.kind);
-    const LoadedModule module(path);
+    const platform::LoadedModule module(path);
     if (!module)
-        return fmt::format("the system can't load it: {}",
-                           toUtf8(platform::moduleLoadError().text));
+        return fmt::format("the system can't load it: {}", systemText(module.error().text));
     for (const char* entryPoint : companion.entryPoints)
-        if (!module.has(entryPoint))
+        if (module.find(entryPoint) == nullptr)
             return fmt::format("it has no entry point {}", entryPoint);
     return {};
 }

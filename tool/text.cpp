@@ -27,6 +27,10 @@ std::string lowered(std::string text) {
     return text;
 }
 
+std::string systemText(std::u16string_view text) {
+    return toUtf8(text.substr(0, text.find_last_not_of(u"\r\n") + 1));
+}
+
 std::string printable(std::string_view text) {
     std::string shown;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -24,6 +24,9 @@ inline std::u16string toUtf16(std::string_view utf8) {
 // With the letters A to Z in lower case.
 std::string lowered(std::string text);
 
+// What the system says, without the line's end that some systems' texts have.
+std::string systemText(std::u16string_view text);
+
 // Shows control characters as the symbols that stand for them, so that no text can drive the
 // terminal or look like several lines.
 std::string printable(std::string_view text);

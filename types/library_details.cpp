@@ -39,7 +39,7 @@ TarvoLibraryDetails::TarvoLibraryDetails(const UUID& uuid, std::u16string_view n
     for (std::size_t i = 0; i < kLocationNames.size(); ++i)
         if (const NamedValue* value = findStringValue(key, kLocationNames[i]))
             locations_.emplace(static_cast<std::int32_t>(i), value->text());
-    enterInterface(kIVaskLibraryDetailsId, &pair_);
+    enterInterface(kIVaskLibraryDetailsId, &details_);
 }
 
 Result TarvoLibraryDetails::getName(IVaskString* name) {

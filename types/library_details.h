@@ -18,7 +18,7 @@ class TarvoLibraryDetails final : public ReadOnlyNamedVaskBaseImpl<TarvoLibraryD
                         std::u16string definitionPath, const TarvoRegistry& key);
 
     const UUID& uuid() const noexcept { return uuid_; }
-    IVaskLibraryDetails* details() noexcept { return &pair_; }
+    IVaskLibraryDetails* details() noexcept { return &details_; }
 
     Result getName(IVaskString* name);
     Result getUUID(UUID* uuid);
@@ -29,7 +29,7 @@ class TarvoLibraryDetails final : public ReadOnlyNamedVaskBaseImpl<TarvoLibraryD
   private:
     static const IVaskLibraryDetailsTable kTable;
 
-    IVaskLibraryDetails pair_{this, &kTable};
+    IVaskLibraryDetails details_{me(), &kTable};
     UUID uuid_;
     std::u16string name_;
     std::u16string version_;

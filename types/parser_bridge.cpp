@@ -20,27 +20,23 @@ std::u16string number(std::uint32_t value, int base) {
 
 class IDLParserModule {
   public:
-    IDLParserModule() : module_(platform::loadModule(moduleFolder() + u"TARVOIDLParser.dll")) {
-        if (module_ == nullptr) {
-            const std::uint32_t error = platform::moduleLoadError().number;
+    IDLParserModule() : module_(moduleFolder() + u"TARVOIDLParser.dll") {
+        if (!module_) {
+            const std::uint32_t error = module_.error().number;
             throw vask_link_error(u"TARVO IDL Parser DLL failed to load with error " +
                                   number(error, 10) + u" (0x" + number(error, 16) + u")");
         }
-        parse_ =
-            reinterpret_cast<VaskIDLParseFunction*>(platform::findSymbol(module_, "VaskIDLParse"));
+        parse_ = reinterpret_cast<VaskIDLParseFunction*>(module_.find("VaskIDLParse"));
         if (parse_ == nullptr)
             throw vask_link_error(u"failed to obtain VaskIDLParse from parser module");
     }
-    IDLParserModule(const IDLParserModule&) = delete;
-    IDLParserModule& operator=(const IDLParserModule&) = delete;
-    ~IDLParserModule() { platform::freeModule(module_); }
 
     ParseResultHolder parse(const char16_t* definition) const {
         return ParseResultHolder::adopt(parse_(definition));
     }
 
   private:
-    platform::ModuleHandle module_;
+    platform::LoadedModule module_;
     VaskIDLParseFunction* parse_ = nullptr;
 };
 

@@ -36,9 +36,11 @@ class Collection {
 
     // Raises Error with RC_NOT_AVAILABLE if the index isn't below the size.
     Item operator[](std::size_t index) const {
+        constexpr std::size_t kLast = 0x7FFFFFFF; // a larger one wouldn't reach the slot as it is
         Reference<IVaskInterface> item;
-        require(collection_->table->getItem(collection_->me, static_cast<std::int32_t>(index),
-                                            item.out()),
+        require(index > kLast ? RC_NOT_AVAILABLE
+                              : collection_->table->getItem(
+                                    collection_->me, static_cast<std::int32_t>(index), item.out()),
                 "getItem", *collection_);
         return Item(requireInterface<typename Item::Interface>(item.get(), Item::kInterfaceId));
     }

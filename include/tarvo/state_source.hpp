@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <new>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,6 +20,11 @@
 
 namespace tarvo {
 
+// A node that a derived class tells of. What it raises ends the slot: Error with its result code, a
+// lack of memory with RC_OUT_OF_MEMORY, anything else with RC_UNSPECIFIED. An object starts without
+// references, is shared by whoever makes it (`Reference<StateSource>::share(new Clicks)`), and is
+// deleted with its last. Any thread may add and release references; all else is for one at a time.
+//
 //     class Clicks : public tarvo::StateSource { // a node with one value, "count"
 //         std::vector<std::u16string> valueNames() override { return {u"count"}; }
 //         std::vector<std::u16string> nodeNames() override { return {}; }
@@ -29,9 +35,6 @@ namespace tarvo {
 //
 //         tarvo::StateValue count_ = 3;
 //     };
-//
-// A node that a derived class tells of. What it raises ends the slot: Error with its result
-// code, anything else with RC_UNSPECIFIED.
 class StateSource {
   public:
     StateSource(const StateSource&) = delete;
@@ -89,6 +92,8 @@ class StateSource {
     static TarvoResult guarded(Body&& body) noexcept {
         try {
             return body();
+        } catch (const std::bad_alloc&) {
+            return RC_OUT_OF_MEMORY;
         } catch (const std::system_error& error) {
             return resultOf(error);
         } catch (...) {

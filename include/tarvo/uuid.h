@@ -10,7 +10,7 @@
 
 TARVO_BEGIN_DECLARATIONS
 
-/* [any thread] Makes a new identifier, by value. */
+/* [any thread] Makes a new identifier, by value; all zero if the system has no random numbers. */
 typedef TarvoUUID vaskGenUUIDFunction(void);
 TARVO_EXPORT vaskGenUUIDFunction vaskGenUUID;
 
@@ -22,8 +22,8 @@ typedef TarvoResult vaskStringFromUUIDFunction(const TarvoUUID* uuid, IVaskStrin
 TARVO_EXPORT vaskStringFromUUIDFunction vaskStringFromUUID;
 
 /* [any thread] Reads an identifier. Lenient, as `scanf` is with numbers: digits may be of either case,
- * and each group of digits, in the last two groups each pair, may begin with white space, a sign or 0x
- * and have fewer digits than it has room for. Nothing behind the last digit is looked at, not even the
+ * and each pair of them may stand behind white space, have its last digit alone, have a sign in place
+ * of the first, or be 0x, which counts as 0. Nothing behind the last digit is looked at, not even the
  * closing brace.
  *   text  null-terminated
  *   uuid  out: the identifier; all zero on failure

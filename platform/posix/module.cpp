@@ -2,7 +2,6 @@
 
 #include "platform/posix/path.h"
 
-#include <array>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <link.h>
@@ -41,14 +40,6 @@ const std::u16string& storedOwnPath() {
     storedOwnPath();
 }
 
-// Without a destructor of the thread's: it would keep this module loaded when its last user has let
-// go of it, until an exit routine of the module's own frees another one and this one under itself.
-thread_local std::array<char, 1024> lastError{};
-
-void noteError(std::string_view text) {
-    lastError[text.copy(lastError.data(), lastError.size() - 1)] = '\0';
-}
-
 bool isRegularFile(const char* path) {
     struct stat status;
     return stat(path, &status) == 0 && S_ISREG(status.st_mode);
@@ -56,28 +47,26 @@ bool isRegularFile(const char* path) {
 
 } // namespace
 
-ModuleHandle loadModule(std::u16string_view path) {
+ModuleHandle loadModule(std::u16string_view path, ModuleLoadError* error) {
+    const auto fail = [error](const char* why) {
+        if (error) {
+            *error = {0, fromNativePath(why)};
+        }
+        return nullptr;
+    };
     std::string name = nativePath(path);
     if (name.empty()) {
-        return nullptr; // the loader takes that for the program itself
+        return fail("no path"); // the loader takes that for the program itself
     }
     const bool isPath = name.find('/') != std::string::npos; // anything else the loader looks for
     if (isPath) {
         name = findPath(name).path;
         if (!isRegularFile(name.c_str())) {
-            noteError("no such file");
-            return nullptr; // a pipe would have us wait
+            return fail("no such file"); // a pipe would have us wait
         }
     }
     void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (module == nullptr) {
-        noteError(dlerror());
-    }
-    return module;
-}
-
-ModuleLoadError moduleLoadError() {
-    return {0, fromNativePath(lastError.data())};
+    return module ? module : fail(dlerror());
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {

@@ -26,19 +26,23 @@ std::u16string pathOf(HMODULE module) {
     }
 }
 
-} // namespace
-
-ModuleHandle loadModule(std::u16string_view path) {
-    return LoadLibraryW(nativeText(path).c_str());
-}
-
-ModuleLoadError moduleLoadError() {
-    const DWORD error = GetLastError();
+std::u16string messageOf(DWORD error) {
     std::wstring text(1024, L'\0');
     const DWORD size =
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
                        LANG_USER_DEFAULT, text.data(), static_cast<DWORD>(text.size()), nullptr);
-    return {error, fromNativeText({text.data(), size})};
+    return fromNativeText({text.data(), size});
+}
+
+} // namespace
+
+ModuleHandle loadModule(std::u16string_view path, ModuleLoadError* error) {
+    const HMODULE module = LoadLibraryW(nativeText(path).c_str());
+    if (!module && error) {
+        const DWORD number = GetLastError();
+        *error = {number, messageOf(number)};
+    }
+    return module;
 }
 
 void* findSymbol(ModuleHandle module, const char* name) {

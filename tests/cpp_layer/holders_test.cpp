@@ -197,7 +197,7 @@ TEST(TarvoState, SourcesRaiseCodes) {
     IVaskPersistReader* node = nullptr;
     EXPECT_EQ(reader.table->ValueNames(reader.me, names.pair()), RC_UNSPECIFIED);
     EXPECT_EQ(reader.table->NodeNames(reader.me, names.pair()), 55u);
-    EXPECT_EQ(reader.table->GetReal(reader.me, nullptr, &real), RC_UNSPECIFIED);
+    EXPECT_EQ(reader.table->GetReal(reader.me, nullptr, &real), RC_OUT_OF_MEMORY);
     EXPECT_EQ(reader.table->GetReal(reader.me, nullptr, nullptr), RC_NULL_POINTER);
     EXPECT_EQ(reader.table->GetNode(reader.me, nullptr, &node), RC_NOT_AVAILABLE);
 }

@@ -48,7 +48,9 @@ TEST(Module, IsNotLoadedFromWhatIsNone) {
     for (const auto& path :
          {folder / u"missing.dll", folder.path(), folder.write(u"text.dll", "no module"),
           std::u16string{TARVO_TEST_PIPE}, std::u16string{}}) {
-        EXPECT_EQ(platform::loadModule(path), nullptr);
+        const platform::LoadedModule module{path};
+        EXPECT_FALSE(module);
+        EXPECT_FALSE(module.error().text.empty());
     }
 }
 
