@@ -1,5 +1,7 @@
 #include "tool/creation_check.h"
 
+#include "core/link_error.h"
+#include "instantiation/remote_location.h"
 #include "platform/module.h"
 #include "platform/process.h"
 #include "tarvo/instantiation.h"
@@ -129,14 +131,9 @@ class CreationCheck {
         return "by a service of the marshal library, if that reaches it";
     }
 
-    void checkUrl() const {
-        const std::string url = toUtf8(text_.text());
-        const std::size_t colon = url.rfind(':');
-        const std::string port = colon == std::string::npos ? "" : url.substr(colon + 1);
-        if (url.starts_with("tarvo://") && colon > 8 && !port.empty() &&
-            port.find_first_not_of("0123456789") == std::string::npos &&
-            url.find_first_of(":^/", 8) == colon)
-            return;
+    void checkUrl() const try {
+        TARVO::parseRemoteLocation(text_.text());
+    } catch (const TARVO::vask_link_error&) {
         throw Obstacle{"the location isn't tarvo://HOST:PORT (RC_BAD_LOCATION)",
                        "Register it again with a URL of that form."};
     }

@@ -15,12 +15,7 @@ namespace {
 
 // What can be told of a scope's file, in words.
 std::string stateOfFile(const std::u16string& path) try {
-    const RegistryFile file = readRegistryFile(path);
-    if (!file.isThere)
-        return "not there yet";
-    if (file.fault)
-        return fmt::format("malformed in line {}: {}", file.fault->line, file.fault->reason);
-    return describeContent(file);
+    return describeState(readRegistryFile(path));
 } catch (const Failure& failure) {
     return failure.what();
 }

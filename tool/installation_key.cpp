@@ -3,7 +3,7 @@
 #include "client/installation.h"
 #include "platform/system_registry.h"
 #include "tool/failure.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 #include "tool/text.h"
 
 #include <fmt/format.h>

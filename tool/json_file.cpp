@@ -6,7 +6,6 @@
 #include "tool/output.h"
 #include "tool/text.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 
 namespace tool {
@@ -25,12 +24,9 @@ nlohmann::json readJson(const std::string& path) {
     try {
         return nlohmann::json::parse(bytes);
     } catch (const nlohmann::json::parse_error& error) {
-        const std::string_view before =
-            std::string_view(bytes).substr(0, error.byte > 0 ? error.byte - 1 : 0);
-        const std::size_t lineStart = before.rfind('\n') + 1; // 0 in the first line
-        throw Failure(fmt::format("{}:{}:{}: no JSON from here on", path,
-                                  std::ranges::count(before, '\n') + 1,
-                                  before.size() - lineStart + 1));
+        const TextPlace place = placeOf(bytes, error.byte > 0 ? error.byte - 1 : 0);
+        throw Failure(
+            fmt::format("{}:{}:{}: no JSON from here on", path, place.line, place.column));
     }
 }
 

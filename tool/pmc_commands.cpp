@@ -1,16 +1,11 @@
 #include "tool/pmc_commands.h"
 
 #include "tool/pmc.h"
+#include "tool/scope_option.h"
 
 namespace tool {
 
 namespace {
-
-void addScope(CLI::App* command, PmcOptions& options) {
-    command->add_option("--scope", options.scope, "The scope; if left out, the user's")
-        ->check(CLI::IsMember({"machine", "user"}).description(""))
-        ->type_name("machine|user");
-}
 
 void addComponent(CLI::App* command, PmcOptions& options) {
     command->add_option("COMPONENT", options.component, "Its identifier, or its ProgID")
@@ -48,7 +43,7 @@ void addRegister(CLI::App& pmc, PmcOptions& options) {
     add->add_option("MANIFEST", options.manifest, "A JSON file; see docs/components.md")
         ->required()
         ->type_name("");
-    addScope(add, options);
+    addScope(add, options.scope);
     add->footer("If the manifest has mistakes, each is named with its place, and nothing is\n"
                 "registered. An earlier registration of the component is replaced.\n\n"
                 "Example: tarvo pmc register greeter.json --scope machine");
@@ -61,7 +56,7 @@ void addUnregister(CLI::App& pmc, PmcOptions& options) {
     remove->add_option("--location", options.location, "One location alone")
         ->check(CLI::IsMember({"Inproc32", "Inproc64", "Remote", "Local"}).description(""))
         ->type_name("NAME");
-    addScope(remove, options);
+    addScope(remove, options.scope);
     remove->footer("With its last location the component goes as a whole.\n\n"
                    "Example: tarvo pmc unregister {2f8cbd30-41b5-4a80-8d5e-6a0a9c1f3c11}");
     remove->callback([&] {

@@ -4,7 +4,7 @@
 #include "tool/failure.h"
 #include "tool/output.h"
 #include "tool/pmc.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 #include "tool/text.h"
 #include "tool/uuid_argument.h"
 

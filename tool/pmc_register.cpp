@@ -1,10 +1,9 @@
-#include "tarvo/registrar.h"
-#include "tarvo/registry_writer.h"
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/manifest.h"
 #include "tool/output.h"
 #include "tool/pmc.h"
+#include "tool/scope_writer.h"
 #include "tool/text.h"
 #include "tool/uuid_argument.h"
 
@@ -14,20 +13,6 @@
 namespace tool {
 
 namespace {
-
-using Writer = tarvo::Reference<IVaskRegistryWriter>;
-
-Writer openWriter(const Library& library, bool allUsers) {
-    Writer writer;
-    require(library.openWriter(allUsers, writer.out()),
-            fmt::format("cannot change the {} scope", allUsers ? "machine" : "user"));
-    return writer;
-}
-
-void commit(const Writer& writer, bool allUsers) {
-    require(writer->table->commit(writer->me),
-            fmt::format("cannot write the {} scope", allUsers ? "machine" : "user"));
-}
 
 void fillIn(IVaskPMCRegistrar& registrar, const Manifest& manifest) {
     const IVaskPMCRegistrarTable& table = *registrar.table;
@@ -58,58 +43,39 @@ void fillIn(IVaskPMCRegistrar& registrar, const Manifest& manifest) {
                 "the library refuses a location");
 }
 
-// A component's key in the writer's own scope; null if it isn't registered there.
-tarvo::Reference<IVaskRegistryKey> registrationOf(const Writer& writer, const tarvo::UUID& uuid) {
-    tarvo::Reference<IVaskRegistryKey> key;
-    const TarvoResult result = writer->table->getKey(
-        writer->me, (u"/components/pmcs/" + uuid.string()).c_str(), key.out());
-    if (result != RC_NOT_FOUND)
-        require(result, "cannot read the scope");
-    return key;
-}
+} // namespace
 
 // A registration is taken up whole. By itself the library adds it to an earlier one, whose ProgIDs,
 // locations and published class would stay.
-void removeEarlier(const Writer& writer, const tarvo::UUID& uuid) {
-    if (registrationOf(writer, uuid))
-        require(writer->table->unregisterPMC(writer->me, &uuid),
-                "cannot remove the earlier registration");
-}
-
-} // namespace
-
 void registerComponent(const std::string& manifestPath, bool allUsers) {
     const Manifest manifest = readManifest(manifestPath);
     const Library library;
-    const Writer writer = openWriter(library, allUsers);
-    tarvo::Reference<IVaskPMCRegistrar> registrar;
-    require(writer->table->createPMCRegistrar(writer->me, registrar.out()),
-            "cannot register a component");
-    removeEarlier(writer, manifest.uuid);
+    const ScopeWriter writer(library, allUsers);
+    const auto registrar = writer.createRegistrar();
+    if (writer.hasComponent(manifest.uuid))
+        writer.removeComponent(manifest.uuid);
     fillIn(*registrar, manifest);
     require(registrar->table->commit(registrar->me), "cannot register the component");
-    commit(writer, allUsers);
+    writer.commit();
     printOut("Registered {} {} in the {} scope.\n", manifest.texts.at("name"),
-             toUtf8(manifest.uuid.string()), allUsers ? "machine" : "user");
+             toUtf8(manifest.uuid.string()), scopeName(allUsers));
 }
 
 void unregisterComponent(const std::string& uuidText, const std::string& location, bool allUsers) {
     const tarvo::UUID uuid = uuidArgument(uuidText);
     const Library library;
-    const Writer writer = openWriter(library, allUsers);
-    if (!registrationOf(writer, uuid))
-        throw Failure(fmt::format("{} is not registered in the {} scope", uuidText,
-                                  allUsers ? "machine" : "user"),
-                      RC_NOT_FOUND);
+    const ScopeWriter writer(library, allUsers);
+    if (!writer.hasComponent(uuid))
+        throw Failure(
+            fmt::format("{} is not registered in the {} scope", uuidText, scopeName(allUsers)),
+            RC_NOT_FOUND);
     if (location.empty()) {
-        require(writer->table->unregisterPMC(writer->me, &uuid), "cannot remove the component");
+        writer.removeComponent(uuid);
     } else {
         const auto known = std::ranges::find(kLocationNames, location);
-        const auto number = static_cast<std::int32_t>(known - kLocationNames.begin());
-        require(writer->table->unregisterPMCLocation(writer->me, &uuid, number),
-                "cannot remove the location");
+        writer.removeLocation(uuid, static_cast<std::int32_t>(known - kLocationNames.begin()));
     }
-    commit(writer, allUsers);
+    writer.commit();
 }
 
 } // namespace tool

@@ -98,7 +98,7 @@ Registrations describeRegistrations(const Library& library, const tarvo::UUID& u
         found.isNative = found.isNative || key;
     }
     for (const auto view : {platform::RegistryView::view32, platform::RegistryView::view64}) {
-        const SystemClass seen = examineClass(library, uuid, view);
+        const SystemClass seen = examineClass(uuid, view);
         std::string text = seen.text;
         if (seen.exists && found.isNative)
             text.append("; hidden by the native component");

@@ -1,6 +1,7 @@
 #include "tool/registry_commands.h"
 
 #include "tool/commands.h"
+#include "tool/scope_option.h"
 
 namespace tool {
 
@@ -10,13 +11,6 @@ Scope scopeNamed(const std::string& name) {
     if (name == "machine")
         return Scope::machine;
     return name == "user" ? Scope::user : Scope::all;
-}
-
-// The scope to change or to copy, which can be only one.
-void addScope(CLI::App* command, RegistryOptions& options) {
-    command->add_option("--scope", options.scope, "The scope; if left out, the user's")
-        ->check(CLI::IsMember({"machine", "user"}).description(""))
-        ->type_name("machine|user");
 }
 
 void addShow(CLI::App& registry, RegistryOptions& options) {
@@ -68,7 +62,7 @@ void addSet(CLI::App& registry, RegistryOptions& options) {
     type->add_flag("--uuid", options.isUuid, "An identifier, in braces");
     type->add_flag("--empty", options.isEmpty, "Nothing; there is no VALUE then");
     type->require_option(0, 1);
-    addScope(set, options);
+    addScope(set, options.scope);
     set->footer("Example: tarvo registry set /my/settings size --integer 12");
     set->callback([&options, value] {
         if (options.isEmpty == (value->count() > 0))
@@ -88,7 +82,7 @@ void addDelete(CLI::App& registry, RegistryOptions& options) {
     const CLI::Option* name =
         remove->add_option("NAME", options.name, "The value; if left out, the key is deleted")
             ->type_name("");
-    addScope(remove, options);
+    addScope(remove, options.scope);
     remove->footer("Example: tarvo registry delete /my/settings size");
     remove->callback([&options, name] {
         if (name->count() > 0)
@@ -102,7 +96,7 @@ void addExport(CLI::App& registry, RegistryOptions& options) {
     CLI::App* give = registry.add_subcommand("export", "Prints a scope, or a part of it, as JSON");
     give->add_option("PATH", options.path, "The key, with a slash in front; the root if left out")
         ->type_name("");
-    addScope(give, options);
+    addScope(give, options.scope);
     give->footer("What it prints is what import takes.\n\n"
                  "Example: tarvo registry export /my/settings > settings.json");
     give->callback([&] { exportRegistry(options.path, scopeNamed(options.scope)); });
@@ -113,7 +107,7 @@ void addImport(CLI::App& registry, RegistryOptions& options) {
     take->add_option("FILE", options.file, "What export printed")->required()->type_name("");
     take->add_option("PATH", options.path, "The key to import into; if left out, the root")
         ->type_name("");
-    addScope(take, options);
+    addScope(take, options.scope);
     take->footer(
         "All is set at once, or nothing if the file has a mistake. What is there and not in\n"
         "the file stays.\n\n"
@@ -127,7 +121,7 @@ void addBackup(CLI::App& registry, RegistryOptions& options) {
     backup->require_subcommand(1);
     backup->footer("Example: tarvo registry backup restore --scope machine");
     CLI::App* restore = backup->add_subcommand("restore", "Puts the backup back");
-    addScope(restore, options);
+    addScope(restore, options.scope);
     restore->footer("The backup is checked first, and the file that it replaces is kept aside.\n\n"
                     "Example: tarvo registry backup restore --scope machine");
     restore->callback([&] { restoreBackup(scopeNamed(options.scope)); });

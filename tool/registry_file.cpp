@@ -45,32 +45,13 @@ platform::OpenedFile openPatiently(const std::u16string& path) {
     return opened;
 }
 
-std::string readBytes(platform::File& file, const std::u16string& path) {
-    constexpr std::size_t kPiece = std::size_t{1} << 20;
-    std::string bytes;
-    for (;;) {
-        const std::size_t before = bytes.size();
-        bytes.resize(before + kPiece);
-        const auto read = file.read({bytes.data() + before, kPiece});
-        if (!read)
-            failToRead(path, FileError::other);
-        bytes.resize(before + *read);
-        if (*read < kPiece)
-            return bytes;
-    }
-}
-
 bool isEmpty(const TarvoRegistry& root) {
     return root.subKeys.size() + root.values.size() == 0;
 }
 
 FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
-    const std::string_view before = bytes.substr(0, fault.offset);
-    const auto lineFeeds = std::ranges::count(before, '\n');
-    const std::size_t lineStart = before.rfind('\n') + 1; // 0 on the first line
-    return {.line = static_cast<std::size_t>(lineFeeds) + 1,
-            .column = before.size() - lineStart + 1,
-            .reason = fault.reason};
+    const auto [line, column] = placeOf(bytes, fault.offset);
+    return {.line = line, .column = column, .reason = fault.reason};
 }
 
 } // namespace
@@ -84,7 +65,10 @@ RegistryFile readRegistryFile(const std::u16string& path) {
     if (opened.error != FileError::none)
         failToRead(path, opened.error);
     result.isThere = true;
-    const std::string bytes = readBytes(opened.file, path);
+    TARVO::FileBytes read(opened.file);
+    if (!read.readAll())
+        failToRead(path, FileError::other);
+    const std::string_view bytes = read.view();
     TARVO::RegistryParser parser(result.root, {});
     if (parser.parse(bytes) == TARVO::ParseOutcome::malformed) {
         result.root = nullptr;
@@ -112,6 +96,14 @@ std::string describeContent(const RegistryFile& file) {
     }
     return fmt::format("{}, keys: {}, values: {}", file.isCutOff ? "cut off" : "well-formed", keys,
                        values);
+}
+
+std::string describeState(const RegistryFile& file) {
+    if (!file.isThere)
+        return "not there yet";
+    if (file.fault)
+        return fmt::format("malformed in line {}: {}", file.fault->line, file.fault->reason);
+    return describeContent(file);
 }
 
 } // namespace tool

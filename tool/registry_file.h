@@ -33,4 +33,7 @@ std::string describeFault(std::u16string_view path, const FileFault& fault);
 // Whether a file that is no malformed one is whole, and how much it holds.
 std::string describeContent(const RegistryFile& file);
 
+// The same of any file: that it isn't there, that it is malformed and where, or what it holds.
+std::string describeState(const RegistryFile& file);
+
 } // namespace tool

@@ -2,7 +2,7 @@
 
 #include "tool/failure.h"
 #include "tool/registry_file.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -65,34 +65,45 @@ void ScopeWriter::deleteValue(const std::string& path, const std::string& name) 
             "cannot delete the value " + name + " of " + path);
 }
 
+tarvo::Reference<IVaskPMCRegistrar> ScopeWriter::createRegistrar() const {
+    tarvo::Reference<IVaskPMCRegistrar> registrar;
+    require(writer_->table->createPMCRegistrar(writer_->me, registrar.out()),
+            "cannot register a component");
+    return registrar;
+}
+
+bool ScopeWriter::hasComponent(const tarvo::UUID& component) const {
+    return hasKey("/components/pmcs/" + toUtf8(component.string()));
+}
+
+void ScopeWriter::removeComponent(const tarvo::UUID& component) const {
+    require(writer_->table->unregisterPMC(writer_->me, &component),
+            "cannot remove the component " + toUtf8(component.string()));
+}
+
 void ScopeWriter::removeLocation(const tarvo::UUID& component, std::int32_t location) const {
     require(writer_->table->unregisterPMCLocation(writer_->me, &component, location),
             "cannot remove a location of " + toUtf8(component.string()));
 }
 
-bool ScopeWriter::hasKey(const std::string& path) const {
+tarvo::Reference<IVaskRegistryKey> ScopeWriter::find(const std::string& path) const {
     tarvo::Reference<IVaskRegistryKey> key;
     const TarvoResult result =
         writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out());
     if (result != RC_NOT_FOUND)
         require(result, "cannot open the key " + path);
-    return result == RC_OK;
+    return key;
 }
 
 bool ScopeWriter::hasValue(const std::string& path, const std::string& name) const {
-    tarvo::Reference<IVaskRegistryKey> key;
-    if (!hasKey(path))
-        return false;
-    require(writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out()),
-            "cannot open the key " + path);
+    const auto key = find(path);
     std::uint32_t type = 0;
-    return key->table->getValueType(key->me, toUtf16(name).c_str(), nullptr, &type) == RC_OK;
+    return key && key->table->getValueType(key->me, toUtf16(name).c_str(), nullptr, &type) == RC_OK;
 }
 
 std::string ScopeWriter::text(const std::string& path, const std::string& name) const {
-    tarvo::Reference<IVaskRegistryKey> key;
     tarvo::String text;
-    if (writer_->table->getKey(writer_->me, toUtf16(path).c_str(), key.out()) == RC_OK)
+    if (const auto key = find(path))
         key->table->getStringValue(key->me, toUtf16(name).c_str(), nullptr, text.pair());
     return toUtf8(text.text());
 }

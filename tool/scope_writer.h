@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tarvo/reference.hpp"
+#include "tarvo/registrar.h"
 #include "tarvo/registry_writer.h"
 #include "tarvo/uuid.hpp"
 #include "tool/library.h"
@@ -39,11 +40,16 @@ class ScopeWriter {
     void deleteKey(const std::string& path) const;
     void deleteValue(const std::string& path, const std::string& name) const;
 
+    // A component's registration: made through a registrar, told of, and removed whole.
+    tarvo::Reference<IVaskPMCRegistrar> createRegistrar() const;
+    bool hasComponent(const tarvo::UUID& component) const;
+    void removeComponent(const tarvo::UUID& component) const;
+
     // Removes a location of a component; with the last one it goes as a whole.
     void removeLocation(const tarvo::UUID& component, std::int32_t location) const;
 
     // Tells whether there is such a key or value in the scope.
-    bool hasKey(const std::string& path) const;
+    bool hasKey(const std::string& path) const { return find(path) != nullptr; }
     bool hasValue(const std::string& path, const std::string& name) const;
 
     // What a string value holds; empty if there is none.
@@ -55,6 +61,9 @@ class ScopeWriter {
     void commit() const;
 
   private:
+    // Null if there is no such key.
+    tarvo::Reference<IVaskRegistryKey> find(const std::string& path) const;
+
     tarvo::Reference<IVaskRegistryWriter> writer_;
     std::string scopeName_;
 };

@@ -19,7 +19,7 @@ using platform::SystemKey;
 constexpr RegistryRoot kRoots[] = {RegistryRoot::currentUser, RegistryRoot::localMachine};
 
 // The one library that serves all published classes.
-constexpr std::u16string_view kClassFactory = u"morvenclassfactory.dll";
+constexpr std::string_view kClassFactory = "morvenclassfactory.dll";
 
 bool isPublished(const SystemKey& classes, const char16_t* name, RegistryView view) {
     const SystemKey server =
@@ -28,7 +28,7 @@ bool isPublished(const SystemKey& classes, const char16_t* name, RegistryView vi
         return false;
     std::u16string path = platform::readText(server, nullptr).value_or(u"");
     path.erase(0, path.find_last_of(u"/\\") + 1);
-    return platform::equalWithoutCase(path.c_str(), kClassFactory.data());
+    return lowered(toUtf8(path)) == kClassFactory;
 }
 
 std::set<tarvo::UUID> publishedIn(RegistryRoot root, RegistryView view) {

@@ -1,21 +1,16 @@
 #include "tool/setup_commands.h"
 
+#include "tool/scope_option.h"
 #include "tool/setup.h"
 
 namespace tool {
 
 namespace {
 
-void addScope(CLI::App* command, SetupOptions& options) {
-    command->add_option("--scope", options.scope, "For whom; if left out, the current user")
-        ->check(CLI::IsMember({"machine", "user"}).description(""))
-        ->type_name("machine|user");
-}
-
 void addInstall(CLI::App& setup, SetupOptions& options) {
     CLI::App* install =
         setup.add_subcommand("install", "Makes this installation known to programs");
-    addScope(install, options);
+    addScope(install, options.scope, "For whom; if left out, the current user");
     install->footer(
         "Of several, programs take the newest. Its component categories are registered\n"
         "too, by which COM classes are known as components.\n\n"
@@ -25,7 +20,7 @@ void addInstall(CLI::App& setup, SetupOptions& options) {
 
 void addRemove(CLI::App& setup, SetupOptions& options) {
     CLI::App* remove = setup.add_subcommand("remove", "Makes it unknown again; the files stay");
-    addScope(remove, options);
+    addScope(remove, options.scope, "For whom; if left out, the current user");
     remove->footer("Example: tarvo setup remove --scope machine");
     remove->callback([&] { removeSetup(options.scope == "machine"); });
 }

@@ -5,7 +5,7 @@
 #include "tool/installation_key.h"
 #include "tool/missing_file.h"
 #include "tool/module_facts.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 #include "tool/setup_examinations.h"
 #include "tool/text.h"
 

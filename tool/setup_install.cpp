@@ -3,7 +3,7 @@
 #include "tool/installation_key.h"
 #include "tool/library.h"
 #include "tool/output.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 #include "tool/setup.h"
 #include "tool/text.h"
 #include "tool/type_library_registration.h"

@@ -3,7 +3,7 @@
 #include "registry/registry_file.h"
 #include "tool/registry_backup.h"
 #include "tool/registry_file.h"
-#include "tool/scope_writer.h"
+#include "tool/scope.h"
 #include "tool/setup_examinations.h"
 #include "tool/text.h"
 
@@ -16,15 +16,6 @@ namespace {
 
 using platform::File;
 using platform::FileError;
-
-// The state of a file in words.
-std::string stateOf(const RegistryFile& file) {
-    if (!file.isThere)
-        return "not there yet";
-    if (file.fault)
-        return fmt::format("malformed in line {}: {}", file.fault->line, file.fault->reason);
-    return describeContent(file);
-}
 
 bool isDamaged(const RegistryFile& file) {
     return file.fault || file.isCutOff;
@@ -60,7 +51,7 @@ class ScopeExamination {
     void examineFile() {
         checkup_.note("file", toUtf8(path_));
         const auto file = read(path_);
-        checkup_.note("state", file ? stateOf(*file) : "can't be read");
+        checkup_.note("state", file ? describeState(*file) : "can't be read");
         if (!file || !isDamaged(*file))
             return;
         const std::string text =
@@ -97,7 +88,7 @@ class ScopeExamination {
     void examineBackup() {
         const std::u16string path = path_ + TARVO::kBackupSuffix;
         const auto backup = read(path);
-        checkup_.note("backup", backup ? stateOf(*backup) : "can't be read");
+        checkup_.note("backup", backup ? describeState(*backup) : "can't be read");
         if (!backup || !isDamaged(*backup))
             return;
         checkup_.report({"backup-damaged", toUtf8(path),

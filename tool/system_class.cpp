@@ -1,12 +1,13 @@
 #include "tool/system_class.h"
 
+#include "catalogue/names.h"
+#include "catalogue/system_class.h"
 #include "platform/identifier.h"
 #include "platform/system_text.h"
 #include "tool/text.h"
 
-#include <algorithm>
 #include <fmt/format.h>
-#include <vector>
+#include <set>
 
 namespace tool {
 
@@ -16,19 +17,17 @@ using platform::RegistryRoot;
 using platform::RegistryView;
 using platform::SystemKey;
 
-// Two categories make a class one that must be enabled by a third.
-constexpr std::string_view kGatedCategories[] = {"{0d562dc8-ea8e-4210-ab39-b66513c0cd09}",
-                                                 "{4150c28a-ee06-403f-a871-87afec38a249}"};
-constexpr std::string_view kEnablingCategory = "{4667023a-5a8e-4cca-ab6d-9d78c5112fed}";
+namespace categories = TARVO::categories;
 
-std::vector<std::string> categoriesOf(const SystemKey& classKey) {
-    std::vector<std::string> categories;
+std::set<tarvo::UUID> categoriesOf(const SystemKey& classKey) {
+    std::set<tarvo::UUID> categories;
     const SystemKey key = classKey.open(u"Implemented Categories");
     if (!key)
         return categories;
     platform::SubkeyNames names(key);
     while (const char16_t* name = names.next())
-        categories.push_back(lowered(toUtf8(name)));
+        if (const auto category = TARVO::classIdentifier(name))
+            categories.insert(tarvo::UUID(*category));
     return categories;
 }
 
@@ -38,19 +37,15 @@ std::string threadingModel(const SystemKey& classKey) {
                   : std::string();
 }
 
-bool contains(const std::vector<std::string>& categories, std::string_view category) {
-    return std::ranges::find(categories, category) != categories.end();
-}
-
 // Why a class is passed over; empty if it can be used.
 std::string faultOf(const SystemKey& classKey) {
     if (threadingModel(classKey) == "single")
         return "its threading model is \"single\", which can't serve as a component";
-    const std::vector<std::string> categories = categoriesOf(classKey);
-    for (const std::string_view gated : kGatedCategories)
-        if (contains(categories, gated) && !contains(categories, kEnablingCategory))
-            return fmt::format("it is filed under {} and not under {}, which that asks for", gated,
-                               kEnablingCategory);
+    const std::set<tarvo::UUID> filed = categoriesOf(classKey);
+    for (const tarvo::UUID& gated : {categories::kGatedA, categories::kGatedB})
+        if (filed.contains(gated) && !filed.contains(categories::kEnabling))
+            return fmt::format("it is filed under {} and not under {}, which that asks for",
+                               toUtf8(gated.string()), toUtf8(categories::kEnabling.string()));
     return {};
 }
 
@@ -66,7 +61,7 @@ const char* viewName(RegistryView view) {
     return view == RegistryView::view32 ? "32-bit classes" : "64-bit classes";
 }
 
-SystemClass examineClass(const Library&, const tarvo::UUID& uuid, RegistryView view) {
+SystemClass examineClass(const tarvo::UUID& uuid, RegistryView view) {
     const std::u16string path = u"CLSID\\" + uuid.string();
     const SystemKey key = SystemKey::open(RegistryRoot::classesRoot, path.c_str(), view);
     if (!key)

@@ -3,7 +3,6 @@
 
 #include "platform/system_registry.h"
 #include "tarvo/uuid.hpp"
-#include "tool/library.h"
 
 #include <optional>
 #include <string>
@@ -18,8 +17,7 @@ struct SystemClass {
 
 const char* viewName(platform::RegistryView view);
 
-SystemClass examineClass(const Library& library, const tarvo::UUID& uuid,
-                         platform::RegistryView view);
+SystemClass examineClass(const tarvo::UUID& uuid, platform::RegistryView view);
 
 // The identifier of the class that a ProgID leads to in a view.
 std::optional<std::string> classOfProgId(const std::u16string& progId, platform::RegistryView view);

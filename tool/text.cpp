@@ -1,5 +1,6 @@
 #include "tool/text.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace tool {
@@ -19,6 +20,13 @@ void dropLast(std::string_view& text) {
 }
 
 } // namespace
+
+TextPlace placeOf(std::string_view text, std::size_t offset) {
+    const std::string_view before = text.substr(0, offset);
+    const std::size_t lineStart = before.rfind('\n') + 1; // 0 in the first line
+    return {.line = static_cast<std::size_t>(std::ranges::count(before, '\n')) + 1,
+            .column = before.size() - lineStart + 1};
+}
 
 std::string lowered(std::string text) {
     for (char& byte : text)

@@ -21,6 +21,13 @@ inline std::u16string toUtf16(std::string_view utf8) {
     return text;
 }
 
+// A place in a text of several lines: both count from 1, columns in bytes.
+struct TextPlace {
+    std::size_t line = 1;
+    std::size_t column = 1;
+};
+TextPlace placeOf(std::string_view text, std::size_t offset);
+
 // With the letters A to Z in lower case.
 std::string lowered(std::string text);
 

@@ -1,16 +1,11 @@
 #include "tool/type_library_commands.h"
 
+#include "tool/scope_option.h"
 #include "tool/type_library.h"
 
 namespace tool {
 
 namespace {
-
-void addScope(CLI::App* command, TypeLibraryOptions& options) {
-    command->add_option("--scope", options.scope, "The scope; if left out, the user's")
-        ->check(CLI::IsMember({"machine", "user"}).description(""))
-        ->type_name("machine|user");
-}
 
 void addFile(CLI::App* command, TypeLibraryOptions& options) {
     command->add_option("FILE", options.file, "A definition file")->required()->type_name("");
@@ -40,7 +35,7 @@ void addCheck(CLI::App& library, TypeLibraryOptions& options) {
 void addRegister(CLI::App& library, TypeLibraryOptions& options) {
     CLI::App* add = library.add_subcommand("register", "Registers what a file defines");
     addFile(add, options);
-    addScope(add, options);
+    addScope(add, options.scope);
     add->footer("A copy of the file is kept beside the registry. A lower version is replaced, a\n"
                 "higher one stays.\n\n"
                 "Example: tarvo library register clocks.tidl --scope machine");
@@ -67,7 +62,7 @@ void addShow(CLI::App& library, TypeLibraryOptions& options) {
 void addUnregister(CLI::App& library, TypeLibraryOptions& options) {
     CLI::App* remove = library.add_subcommand("unregister", "Removes a library and its items");
     addUuid(remove, options);
-    addScope(remove, options);
+    addScope(remove, options.scope);
     remove->footer("Example: tarvo library unregister {3b78cdeb-7fe8-4542-b58b-26205774d82a}");
     remove->callback([&] { unregisterTypeLibrary(options.library, options.scope == "machine"); });
 }
@@ -80,7 +75,7 @@ void addLocation(CLI::App& library, TypeLibraryOptions& options) {
     addUuid(set, options);
     addLocationName(set, options);
     set->add_option("TEXT", options.text, "A path or an identifier")->required()->type_name("");
-    addScope(set, options);
+    addScope(set, options.scope);
     set->footer("Example: tarvo library location set {…} Inproc64 /opt/clocks/clocks.dll");
     set->callback([&] {
         setTypeLibraryLocation(options.library, options.location, options.text,
@@ -89,7 +84,7 @@ void addLocation(CLI::App& library, TypeLibraryOptions& options) {
     CLI::App* remove = location->add_subcommand("remove", "Removes a location");
     addUuid(remove, options);
     addLocationName(remove, options);
-    addScope(remove, options);
+    addScope(remove, options.scope);
     remove->footer("Example: tarvo library location remove {…} Inproc64");
     remove->callback([&] {
         removeTypeLibraryLocation(options.library, options.location, options.scope == "machine");
