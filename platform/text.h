@@ -19,11 +19,6 @@ void appendUtf16(std::string_view utf8, std::u16string& out);
 // Appends UTF-16 as UTF-8, NUL characters included. An unpaired surrogate becomes U+FFFD.
 void appendUtf8(std::u16string_view text, std::string& out);
 
-// Are these the same but for case? ASCII letters have case; others have it on Windows alone, by the
-// user's language.
-//   one, other  end in a null character
-bool equalWithoutCase(const char16_t* one, const char16_t* other);
-
 // Reads the text of an identifier as the standard library's formatted input does with
 // "{%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x}". True if all sixteen
 // fields were there; what stands behind them is not looked at. A field is at most two characters:

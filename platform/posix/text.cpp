@@ -3,9 +3,6 @@
 #include "platform/text.h"
 
 #include "platform/ascii.h"
-#include "platform/posix/ascii_case.h"
-
-#include <algorithm>
 
 namespace platform {
 namespace {
@@ -166,11 +163,6 @@ void appendUtf8(std::u16string_view text, std::string& out) {
         target += ascii;
     }
     out.resize(static_cast<std::size_t>(target - out.data()));
-}
-
-bool equalWithoutCase(const char16_t* one, const char16_t* other) {
-    return std::ranges::equal(std::u16string_view{one}, std::u16string_view{other}, {},
-                              loweredAscii<char16_t>, loweredAscii<char16_t>);
 }
 
 } // namespace platform

@@ -50,8 +50,4 @@ void appendUtf8(std::u16string_view text, std::string& out) {
     out.resize(start + front + static_cast<std::size_t>(count));
 }
 
-bool equalWithoutCase(const char16_t* one, const char16_t* other) {
-    return lstrcmpiW(asNative(one), asNative(other)) == 0;
-}
-
 } // namespace platform

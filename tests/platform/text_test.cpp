@@ -142,15 +142,6 @@ void forAllTexts(std::basic_string_view<Unit> alphabet, std::size_t length, Visi
     }
 }
 
-TEST(Text, IsComparedWithoutRegardToCase) {
-    using platform::equalWithoutCase;
-    EXPECT_TRUE(equalWithoutCase(u"{678c09A1-[z]}", u"{678C09a1-[Z]}"));
-    EXPECT_TRUE(equalWithoutCase(u"", u""));
-    EXPECT_FALSE(equalWithoutCase(u"{678c09a1}", u"{678c09a2}"));
-    EXPECT_FALSE(equalWithoutCase(u"abc", u"ab"));
-    EXPECT_FALSE(equalWithoutCase(u"[", u"{"));
-}
-
 // One number stands for the results of all short texts of the units where some rule begins or ends.
 // It was taken from the Windows build; the same number here is the same result for each of them.
 TEST(Text, IsConvertedAlikeOnAllPlatforms) {
