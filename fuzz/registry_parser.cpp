@@ -3,7 +3,6 @@
 #include "registry/registry_parser.h"
 
 #include "tests/support/registry_difference.h"
-#include "tests/support/registry_texts.h"
 
 #include <cstdio>
 #include <cstdlib>

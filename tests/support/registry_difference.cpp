@@ -150,4 +150,24 @@ std::string registryDifference(std::string_view bytes, std::u16string_view known
     return difference;
 }
 
+std::string escaped(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+        if (byte == '"' || byte == '\\') {
+            text += '\\';
+            text += byte;
+        } else if (byte >= ' ' && byte <= '~') {
+            text += byte;
+        } else {
+            // Always three octal digits, so that a digit behind them is not taken for one of them.
+            const auto value = static_cast<unsigned char>(byte);
+            text += '\\';
+            text += static_cast<char>('0' + (value >> 6));
+            text += static_cast<char>('0' + (value >> 3 & 7));
+            text += static_cast<char>('0' + (value & 7));
+        }
+    }
+    return text;
+}
+
 } // namespace tests

@@ -11,4 +11,7 @@ namespace tests {
 // can take (registry_oracle.h).
 std::string registryDifference(std::string_view bytes, std::u16string_view knownId);
 
+// The bytes as they would stand in a string literal.
+std::string escaped(std::string_view bytes);
+
 } // namespace tests
