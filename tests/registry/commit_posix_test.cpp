@@ -13,8 +13,8 @@ using namespace tests;
 using std::filesystem::perms;
 
 // A writer of an ordinary user. Gets the folder of its machine state first; then a code answers
-// each line of "writer", "set NAME LENGTH", "commit", "room BYTES" and "room", and the path of the
-// registry file any other.
+// each line of "writer", "set NAME LENGTH", "commit", "room BYTES", "room" and "die at BYTES", and
+// the path of the registry file any other.
 void runCommands() {
     std::string line;
     std::getline(std::cin, line);
@@ -40,6 +40,10 @@ void runCommands() {
         } else if (command == "room") {
             std::size_t bytes = 0;
             support::limitFileSize(words >> bytes ? std::optional(bytes) : std::nullopt);
+        } else if (command == "die") {
+            std::size_t bytes = 0;
+            words >> command >> bytes;
+            support::dieAtFileSize(bytes);
         } else {
             std::cout << registryFile(Scope::user).string() << std::endl;
             continue;
@@ -107,6 +111,25 @@ TEST_F(CommitOfAnOrdinaryUser, EndsAFileWhereTheDiskIsFull) {
     EXPECT_NE(after.find(std::string(1000, 'x') + "</value>\n"), std::string::npos);
     EXPECT_NE(after.find(std::string(50000, 'x') + "</value>\n"), std::string::npos);
     EXPECT_TRUE(after.ends_with("</registry>\n"));
+}
+
+// What is left of a commit that was killed half-way through its writing.
+TEST_F(CommitOfAnOrdinaryUser, LeavesABackupAndNoHoldWhenItIsKilledAsItWrites) {
+    const std::string before = fileText(file_);
+    EXPECT_EQ(user_.ask("set second 50000"), "0");
+    EXPECT_EQ(user_.ask("die at 20000"), "0");
+    EXPECT_EQ(user_.ask("commit"), "(ended)");
+    EXPECT_EQ(fileText(file_).size(), 20000u);
+    EXPECT_NE(fileText(file_).substr(0, 60), before.substr(0, 60));
+    EXPECT_EQ(fileText(backupOf(file_)), before);
+
+    restoreBackup(file_);
+    support::Process other("ordinary user");
+    other.send(std::filesystem::path(machine_.path()).string());
+    EXPECT_EQ(other.ask("writer"), "0");
+    EXPECT_EQ(other.ask("set third 1"), "0");
+    EXPECT_EQ(other.ask("commit"), "0");
+    EXPECT_EQ(fileText(backupOf(file_)), before);
 }
 
 TEST(CommitWithoutAFolder, IsToldFromAnEmptyScope) {

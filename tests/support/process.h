@@ -53,4 +53,7 @@ void leavePrivileges();
 // limit. Posix only.
 void limitFileSize(std::optional<std::size_t> bytes);
 
+// Lets this process be killed in the write that takes a file beyond this size. Posix only.
+void dieAtFileSize(std::size_t bytes);
+
 } // namespace support

@@ -109,4 +109,9 @@ void limitFileSize(std::optional<std::size_t> bytes) {
     }
 }
 
+void dieAtFileSize(std::size_t bytes) {
+    limitFileSize(bytes);
+    std::signal(SIGXFSZ, SIG_DFL);
+}
+
 } // namespace support
