@@ -4,12 +4,9 @@
 #include "core/link_error.h"
 #include "core/object.h"
 #include "core/uuid.h"
-#include "platform/text.h"
-#include "tarvo/uuid.h"
 
 #include <gtest/gtest.h>
 #include <new>
-#include <random>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -290,43 +287,6 @@ TEST(Object, CountsFromManyThreads) {
 }
 
 // ---- identifiers ----
-
-TEST(UUID, IsReadFromItsCanonicalTextAsTheFormattedInputReadsIt) {
-    std::mt19937 random(7);
-    const std::u16string_view pieces = u"0123456789abcdefABCDEF{}-+ xX\tg\u00E9";
-    int canonical = 0;
-    for (int i = 0; i < 200000; ++i) {
-        UUID original;
-        for (std::uint8_t& byte : original.bytes)
-            byte = static_cast<std::uint8_t>(random());
-        std::u16string text(UUIDText(original).view());
-        for (unsigned changes = random() % 4; changes > 0; --changes) {
-            const std::size_t place = random() % text.size();
-            const char16_t piece = pieces[random() % pieces.size()];
-            switch (random() % 3) {
-            case 0:
-                text[place] = piece;
-                break;
-            case 1:
-                text.insert(place, 1, piece);
-                break;
-            default:
-                text.erase(place + 1);
-            }
-        }
-        UUID read;
-        std::array<std::uint8_t, 16> scanned{};
-        const bool good = platform::scanUUID(text.c_str(), scanned);
-        EXPECT_EQ(vaskUUIDFromString(text.c_str(), &read), good ? RC_OK : RC_INVALID_ARGUMENT);
-        if (!good)
-            scanned = {};
-        EXPECT_TRUE(std::equal(scanned.begin(), scanned.end(), read.bytes)) << i;
-        canonical += good;
-        if (HasFailure())
-            break;
-    }
-    EXPECT_GT(canonical, 50000);
-}
 
 TEST(UUID, PassesTheStrictTestOnlyAsItIsPrinted) {
     const std::u16string good = u"{00010203-0405-0607-0809-0a0b0c0d0e0f}";

@@ -54,30 +54,6 @@ TEST(TarvoReference, HoldsOneReferenceForEachHolder) {
     EXPECT_EQ(first.references, 0);
 }
 
-// A string in a container keeps its pair on itself, wherever it is moved.
-TEST(TarvoString, StaysBehindItsPair) {
-    tarvo::StringArray array;
-    void* elements = nullptr;
-    IVaskArray& pair = *array.pair();
-    EXPECT_EQ(pair.table->resize(pair.me, 1, &elements), RC_OK);
-    tarvo::setText(static_cast<IVaskString**>(elements)[0], u"front");
-    EXPECT_EQ(pair.table->resize(pair.me, 1000, &elements), RC_OK);
-    auto** items = static_cast<IVaskString**>(elements);
-    for (std::size_t i = 0; i < 1000; ++i) {
-        EXPECT_EQ(items[i]->me, items[i]);
-        EXPECT_EQ(tarvo::viewOf(items[i]), i == 0 ? u"front" : u"");
-        const char16_t* text = nullptr;
-        std::uint32_t length = 7;
-        items[i]->table->get(items[i]->me, &text, &length);
-        EXPECT_EQ(text[length], u'\0');
-    }
-    std::uint32_t count = 0;
-    EXPECT_EQ(pair.table->resize(pair.me, 0, &elements), RC_OK);
-    pair.table->get(pair.me, &elements, &count);
-    EXPECT_EQ(count, 0u);
-    EXPECT_TRUE(array.strings().empty());
-}
-
 TEST(TarvoString, CopiesWhatItIsGivenAndRefusesWhatItCantStore) {
     std::u16string elsewhere = u"before";
     tarvo::StringWrapper wrapper(elsewhere);
