@@ -10,13 +10,7 @@ namespace {
 using namespace tests;
 using tarvo::Reference;
 
-class RegistryKey : public testing::Test {
-  protected:
-    void SetUp() override {
-        removeScope(Scope::user);
-        removeScope(Scope::machine);
-    }
-};
+using RegistryKey = EmptyScopes;
 
 TEST_F(RegistryKey, OpensTheRootWhereThereIsNoFile) {
     for (const char16_t* path : {static_cast<const char16_t*>(nullptr), u"", u"/", u"\\"}) {

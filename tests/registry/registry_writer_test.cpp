@@ -28,13 +28,7 @@ std::string userFileContent() {
     return text.substr(std::min(text.find('\n'), text.size() - 1) + 1);
 }
 
-class RegistryWriter : public testing::Test {
-  protected:
-    void SetUp() override {
-        removeScope(Scope::user);
-        removeScope(Scope::machine);
-    }
-};
+using RegistryWriter = EmptyScopes;
 
 // Each key holds one value and one key, since there is no order among several.
 TEST_F(RegistryWriter, WritesTheFileLineByLine) {

@@ -125,12 +125,8 @@ class SystemClasses {
 };
 
 // No component and no class at the start of a test.
-class EmptyCatalogue : public testing::Test {
+class EmptyCatalogue : public EmptyScopes {
   protected:
-    EmptyCatalogue() {
-        removeScope(Scope::user);
-        removeScope(Scope::machine);
-    }
     SystemClasses classes;
 };
 

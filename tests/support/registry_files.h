@@ -60,6 +60,15 @@ inline void removeScope(Scope scope) {
     std::filesystem::remove_all(registryFile(scope));
 }
 
+// Starts with no registry file in either scope.
+class EmptyScopes : public testing::Test {
+  protected:
+    EmptyScopes() {
+        removeScope(Scope::user);
+        removeScope(Scope::machine);
+    }
+};
+
 inline TarvoResult openKey(const char16_t* path, tarvo::Reference<IVaskRegistryKey>& key) {
     return TARVO_CALL(vaskGetRegistryKey)(path, key.out());
 }

@@ -58,13 +58,7 @@ std::u16string textIn(const Details& details, TarvoResult (*slot)(void*, IVaskSt
     return text.text();
 }
 
-class LibraryEnumerator : public testing::Test {
-  protected:
-    void TearDown() override {
-        removeScope(Scope::user);
-        removeScope(Scope::machine);
-    }
-};
+using LibraryEnumerator = EmptyScopes;
 
 TEST_F(LibraryEnumerator, TakesEachLibraryFromTheScopeThatCounts) {
     enum Winner { nobody, user, machine };
