@@ -35,7 +35,7 @@ COMPMCRegistrationDetails::keep(std::optional<std::u16string_view> read, ClassBu
     if (!read)
         return {};
     const Text kept{buffer.texts.size(), read->size()};
-    buffer.texts.append(*read);
+    buffer.texts.append(*read).push_back(u'\0'); // callers may look for the end of what they get
     return kept;
 }
 

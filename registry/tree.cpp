@@ -32,10 +32,11 @@ bool dropReference(std::atomic<std::uint32_t>& references) noexcept {
 
 template <class Text>
 NamedValue* NamedValue::makeOf(TreeMemory& memory, Text name, RegistryValueType type, Text text) {
-    const std::size_t units = name.size() + text.size() + 1;
+    const std::size_t units = name.size() + 1 + text.size() + 1;
     const auto block = memory.allocate(sizeof(NamedValue) + units * sizeof(char16_t));
     auto* value = new (block.address) NamedValue;
     char16_t* end = putUnits(reinterpret_cast<char16_t*>(value + 1), name);
+    *end++ = u'\0';
     *putUnits(end, text) = u'\0';
     value->place_ = block.place;
     value->nameLength_ = static_cast<std::uint32_t>(name.size());
@@ -69,9 +70,10 @@ void NamedValue::release() noexcept {
 template <class Text>
 tarvo::Reference<TarvoRegistry> TarvoRegistry::makeOf(TreeMemory& memory, Text name,
                                                       Edition edition) {
-    const auto block = memory.allocate(sizeof(TarvoRegistry) + name.size() * sizeof(char16_t));
+    const auto block =
+        memory.allocate(sizeof(TarvoRegistry) + (name.size() + 1) * sizeof(char16_t));
     auto* node = new (block.address) TarvoRegistry;
-    putUnits(reinterpret_cast<char16_t*>(node + 1), name);
+    *putUnits(reinterpret_cast<char16_t*>(node + 1), name) = u'\0';
     node->place_ = block.place;
     node->nameLength_ = static_cast<std::uint32_t>(name.size());
     node->hash_ = hashOfFoldedName(node->name());

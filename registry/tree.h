@@ -43,12 +43,12 @@ class NamedValue {
     void release() noexcept;
 
     std::uint32_t hash() const noexcept { return hash_; }
-    std::u16string_view name() const noexcept { return {units(), nameLength_}; }
     RegistryValueType type() const noexcept { return type_; }
     std::int32_t integer() const noexcept { return integer_; }
 
-    // Ends in a null character behind its last unit.
-    std::u16string_view text() const noexcept { return {units() + nameLength_, textLength_}; }
+    // Both end in a null character behind their last unit.
+    std::u16string_view name() const noexcept { return {units(), nameLength_}; }
+    std::u16string_view text() const noexcept { return {units() + nameLength_ + 1, textLength_}; }
 
   private:
     NamedValue() noexcept = default;
@@ -95,6 +95,8 @@ class TarvoRegistry {
 
     Edition edition() const noexcept { return edition_; }
     std::uint32_t hash() const noexcept { return hash_; }
+
+    // Ends in a null character behind its last unit.
     std::u16string_view name() const noexcept {
         return {reinterpret_cast<const char16_t*>(this + 1), nameLength_};
     }
