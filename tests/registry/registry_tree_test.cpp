@@ -63,6 +63,7 @@ TEST(NameTable, HoldsWhatWasPutInLast) {
         ASSERT_NE(value, nullptr);
         EXPECT_EQ(value->integer(), number);
         EXPECT_EQ(value->name(), name);
+        EXPECT_EQ(*value->name().end(), u'\0');
         EXPECT_EQ(value->text(), u"text");
         EXPECT_EQ(*value->text().end(), u'\0');
     }
