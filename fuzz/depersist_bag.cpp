@@ -6,8 +6,8 @@
 #include "tarvo/state_source.hpp"
 #include "tool/stream_writer.h"
 
-#include <map>
 #include <span>
+#include <unordered_map>
 
 namespace {
 
@@ -133,7 +133,7 @@ class MadeUpBag final : public tarvo::StateSource {
     }
 
     std::span<const std::uint8_t> bytes_;
-    std::map<std::u16string, std::optional<StateValue>> items_;
+    std::unordered_map<std::u16string, std::optional<StateValue>> items_;
 };
 
 } // namespace
