@@ -1,6 +1,7 @@
 // The one place where callers ask which components exist. It joins the native components of the
 // private registry, as it was when the enumerator was made, and the COM classes of the system
-// registry, as it is when they are asked for.
+// registry, as it is when they are asked for; for a category, as it was when that was first asked
+// for.
 #pragma once
 
 #include "catalogue/com_classes.h"

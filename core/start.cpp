@@ -2,9 +2,9 @@
 #include "core/resource.h"
 #include "platform/entry.h"
 
-// All process-wide objects are constants or made at first need; the resource library alone is
-// loaded here, so that texts are at hand without a lock ever after. Nothing in this can make the
-// load fail.
+// Other process-wide objects are constants, empty, or made at first need; the resource library
+// alone is loaded here, so that texts are at hand without a lock ever after. Nothing in this can
+// make the load fail.
 void platform::libraryAttached() noexcept {
     TARVO::loadResourceLibrary();
 }

@@ -1,5 +1,6 @@
 #include "instantiation/native_library.h"
 
+#include "core/lower_case.h"
 #include "instantiation/entry_point.h"
 #include "platform/file.h"
 #include "tarvo/result.h"
@@ -23,11 +24,7 @@ class NativeEntryPointCache {
   private:
     // However a registration spells the path of a library, it is one library.
     static std::u16string normalised(std::u16string_view path) {
-        std::u16string result = platform::longPath(path);
-        for (char16_t& unit : result)
-            if (unit >= u'A' && unit <= u'Z')
-                unit += u'a' - u'A';
-        return result;
+        return lowerCase(platform::longPath(path));
     }
 
     vaskCreateObjectFunction* entryPointOf(std::u16string path) {

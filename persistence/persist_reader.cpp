@@ -59,9 +59,10 @@ template <class Map>
 Result giveNames(const Map& entries, IVaskArray* target) {
     if (target == nullptr)
         return RC_NULL_POINTER;
-    void* elements = nullptr;
-    std::uint32_t count = 0;
-    target->table->get(target->me, &elements, &count);
+    // Targets are used to being asked for what they hold before they are filled.
+    void* ignoredElements = nullptr;
+    std::uint32_t ignoredCount = 0;
+    target->table->get(target->me, &ignoredElements, &ignoredCount);
     require(tarvo::setItems<IVaskString>(target, entries, [](IVaskString* item, const auto& entry) {
         return tarvo::setText(item, entry.first);
     }));

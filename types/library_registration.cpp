@@ -44,8 +44,8 @@ struct TypeKeys {
     KeyWriter libraries;
 };
 
-// The parser's objects are foreign: a failure of theirs ends the registration with its code, and
-// so does one that isn't there.
+// The parser's objects are foreign: one that isn't there ends the registration. A name, version or
+// path that one can't give is an empty one.
 template <class Object>
 Object& given(Object* object) {
     if (object == nullptr)

@@ -145,7 +145,8 @@ typedef struct IVaskPMCEnumerator IVaskPMCEnumerator;
  * up at each call. Entries that make no sense are passed over without a word.
  *
  * Collections are named "PMCs". Their items, to be asked for IVaskPMCRegistrationDetails, are in
- * ascending order of their identifiers, and each component stands in them once. */
+ * ascending order of their identifiers, and each component stands in them once, if it
+ * is registered under one spelling of its identifier. */
 typedef struct IVaskPMCEnumeratorTable {
     /* [any thread] As in ITarvoBase. */
     void (*addReference)(void* me);
