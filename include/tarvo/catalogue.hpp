@@ -32,8 +32,7 @@ enum class Location : std::int32_t {
 };
 
 // One component, native or a COM class, as it was when it was found. A text that its registration
-// lacks is empty; only the name and the version of the interface standard are never missing, and
-// raise Error with RC_NOT_FOUND where they are. Any thread may use it.
+// lacks is empty. Any thread may use it.
 //
 //     for (const tarvo::ComponentDetails& component : tarvo::Catalogue().all()) {
 //         std::cout << tarvo::toUtf8(component.name()) << '\n';
@@ -90,8 +89,8 @@ class ComponentDetails {
         return std::move(locations.elements());
     }
 
-    // A path, an identifier, a URL or a name. Raises Error with RC_NOT_FOUND if the component hasn't
-    // got the location.
+    // A path, an identifier, a URL or a name. Raises Error with RC_NOT_FOUND if the component
+    // hasn't got the location.
     std::u16string location(Location location) const {
         String text;
         call(&Table::getLocation, "getLocation", static_cast<std::uint32_t>(location), text.pair());
@@ -113,8 +112,8 @@ class ComponentDetails {
         return flags;
     }
 
-    // An instance, without a further look-up; the flags are TARVO_CREATE_... or 0. Raises Error with
-    // the codes of createInstance (catalogue.h).
+    // An instance, without a further look-up; the flags are TARVO_CREATE_... or 0. Raises Error
+    // with the codes of createInstance (catalogue.h).
     Reference<IVaskInterface> create(std::uint32_t flags = 0) const {
         IVaskInterface* instance = nullptr;
         const TarvoResult result = details_->table->createInstance(details_->me, flags, &instance);
@@ -130,7 +129,9 @@ class ComponentDetails {
     template <class Slot>
     std::u16string text(Slot Table::*slot, const char* name) const {
         String text;
-        call(slot, name, text.pair());
+        const TarvoResult result = (details_->table->*slot)(details_->me, text.pair());
+        if (result != RC_NOT_FOUND) // a registration made by hand, without what is required
+            require(result, name, *details_);
         return std::move(text.text());
     }
 

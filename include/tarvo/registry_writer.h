@@ -147,7 +147,8 @@ typedef struct IVaskRegistryWriterTable {
      *   uuid      of the component
      *   location  a location number (catalogue.h) other than COM32 and COM64
      * RC_OK (also if there is no such component), RC_NULL_POINTER (uuid), RC_INVALID_ARGUMENT (nil,
-     * or a location that isn't allowed). COM32 and COM64 are refused before uuid is looked at. */
+     * or a location that isn't allowed). COM32 and COM64 are refused before uuid is looked at.
+     * Looks at what this writer's keys hold: a registration that is waiting in it isn't seen. */
     TarvoResult (*unregisterPMCLocation)(void* me, const TarvoUUID* uuid, int32_t location);
 
     /* [one thread at a time] Drops all recorded changes to keys and all waiting registrations and
@@ -175,7 +176,8 @@ typedef struct IVaskRegistryWriterTable {
     /* [one thread at a time; waits] Registers the type libraries of a definition file, and queues
      * the file to be kept beside the registry file at the next commit. A library that the file
      * has with a version is passed over, without a failure, if the definition gives it none or a
-     * greater one: to bring a library to a later version, unregister it first. Waits as vaskGetRegistryKey does.
+     * greater one: to bring a library to a later version, unregister it first. Waits as
+     * vaskGetRegistryKey does.
      *   definition  path of the file; passed on to the definition parser as it is
      * RC_OK, RC_PARSER_FAILED (the parser is missing or refused the definition), RC_ACCESS_DENIED
      * and RC_UNSPECIFIED (as from vaskGetRegistryKey), otherwise the code of an object of the

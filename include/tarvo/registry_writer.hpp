@@ -1,22 +1,19 @@
-// Changing the registry (registry_writer.h), and registering components and type libraries, in the
-// terms of C++.
+// Changing the registry (registry_writer.h) in the terms of C++, components and type libraries
+// included.
 #pragma once
 
 #include "catalogue.hpp"
 #include "error.hpp"
 #include "load.hpp"
 #include "reference.hpp"
-#include "registrar.h"
+#include "registrar.hpp"
 #include "registry.hpp"
 #include "registry_writer.h"
 #include "text.hpp"
 #include "uuid.hpp"
 
 #include <cstdint>
-#include <map>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace tarvo {
 
@@ -25,8 +22,8 @@ enum class Scope : std::uint8_t {
     allUsers = TARVO_SCOPE_ALL_USERS,
 };
 
-// A key to change: what is read of it shows the writer's own changes. Belongs to its writer's thread.
-// A name or path that can't be one raises Error with RC_INVALID_KEY_NAME.
+// A key to change: what is read of it shows the writer's own changes. Belongs to its writer's
+// thread. A name or path that can't be one raises Error with RC_INVALID_KEY_NAME.
 //
 //     tarvo::RegistryWriter writer(scope);
 //     const tarvo::RegistryKeyWriter settings = writer.key(u"/example/settings");
@@ -68,37 +65,9 @@ class RegistryKeyWriter : public detail::KeyReading<IVaskRegistryKeyWriter> {
     }
 };
 
-// What is registered of a native component. Name, version of the interface standard, identifier and
-// one location are required; an empty text is none.
-//
-//     tarvo::Registration registration;
-//     registration.name = u"Clock";
-//     registration.vaskVersion = u"1.2";
-//     registration.uuid = tarvo::UUID::parse(u"{8a1f4bb0-93d5-4f6c-8a0b-5d2a60c1e7f3}").value();
-//     registration.progId = u"Example.Clock";
-//     registration.locations[tarvo::Location::inproc64] = u"/opt/example/clock.dll";
-//     tarvo::RegistryWriter writer(scope);
-//     writer.registerComponent(registration);
-//     writer.commit();
-struct Registration {
-    UUID uuid;
-    std::u16string name;
-    std::u16string vaskVersion;
-    std::map<Location, std::u16string> locations; // all but com32 and com64
-    std::u16string description;
-    std::u16string componentVersion;
-    std::u16string vendorURL;
-    std::u16string helpURL;
-    std::u16string about;
-    std::u16string progId;
-    std::u16string versionIndependentProgId;
-    std::vector<UUID> categories;
-    std::uint32_t flags = 0; // TARVO_PMC_...
-};
-
-// One set of changes to one scope: recorded first, then brought into the file by `commit`. One that is
-// destroyed without a commit leaves no trace. Belongs to one thread at a time, with all that comes
-// from it. Paths lead from the root and have a separator in front.
+// One set of changes to one scope: recorded first, then brought into the file by `commit`. One that
+// is destroyed without a commit leaves no trace. Belongs to one thread at a time, with all that
+// comes from it. Paths lead from the root and have a separator in front.
 //
 //     tarvo::RegistryWriter writer(scope);
 //     writer.key(u"/example").setString(u"greeting", u"Hello");
@@ -128,20 +97,24 @@ class RegistryWriter {
         call(&Table::deleteValue, "deleteValue", path.get(), name.get());
     }
 
-    // In place of an earlier registration of the component. Raises Error with
-    // RC_INCOMPLETE_REGISTRATION if something required is missing, or RC_INVALID_ARGUMENT.
-    void registerComponent(const Registration& registration) const;
+    // Registers a component once it is filled in and committed.
+    Registrar createRegistrar() const {
+        Reference<IVaskPMCRegistrar> registrar;
+        call(&Table::createPMCRegistrar, "createPMCRegistrar", registrar.out());
+        return Registrar(std::move(registrar));
+    }
     void unregisterComponent(const UUID& uuid) const {
         call(&Table::unregisterPMC, "unregisterPMC", &uuid);
     }
-    // And the component as a whole if it has no other location.
+    // And the component as a whole if it has no other location. What a registrar has handed to this
+    // writer isn't looked at.
     void unregisterLocation(const UUID& uuid, Location location) const {
         call(&Table::unregisterPMCLocation, "unregisterPMCLocation", &uuid,
              static_cast<std::int32_t>(location));
     }
 
-    // The libraries of a definition file. Raises Error with RC_PARSER_FAILED if the parser is missing
-    // or refuses it.
+    // The libraries of a definition file. Raises Error with RC_PARSER_FAILED if the parser is
+    // missing or refuses it.
     void registerLibrary(CText definition) const {
         call(&Table::registerLibrary, "registerLibrary", definition.get());
     }
@@ -174,36 +147,5 @@ class RegistryWriter {
 
     Reference<IVaskRegistryWriter> writer_;
 };
-
-inline void RegistryWriter::registerComponent(const Registration& registration) const {
-    Reference<IVaskPMCRegistrar> registrar;
-    call(&Table::createPMCRegistrar, "createPMCRegistrar", registrar.out());
-    using Registrar = IVaskPMCRegistrarTable;
-    const auto set = [&]<class Slot, class... Arguments>(Slot Registrar::*slot, const char* name,
-                                                         Arguments... arguments) {
-        require((registrar->table->*slot)(registrar->me, arguments...), name);
-    };
-    set(&Registrar::setUUID, "setUUID", &registration.uuid);
-    set(&Registrar::setName, "setName", registration.name.c_str());
-    set(&Registrar::setVaskVersion, "setVaskVersion", registration.vaskVersion.c_str());
-    set(&Registrar::setDescription, "setDescription", registration.description.c_str());
-    set(&Registrar::setComponentVersion, "setComponentVersion",
-        registration.componentVersion.c_str());
-    set(&Registrar::setVendorURL, "setVendorURL", registration.vendorURL.c_str());
-    set(&Registrar::setHelpURL, "setHelpURL", registration.helpURL.c_str());
-    set(&Registrar::setAbout, "setAbout", registration.about.c_str());
-    set(&Registrar::setFlags, "setFlags", registration.flags);
-    if (!registration.progId.empty())
-        set(&Registrar::setProgId, "setProgId", registration.progId.c_str());
-    if (!registration.versionIndependentProgId.empty())
-        set(&Registrar::setVersionIndependentProgId, "setVersionIndependentProgId",
-            registration.versionIndependentProgId.c_str());
-    for (const UUID& category : registration.categories)
-        set(&Registrar::addCategory, "addCategory", &category);
-    for (const auto& [location, text] : registration.locations)
-        set(&Registrar::setLocation, "setLocation", static_cast<std::int32_t>(location),
-            text.c_str());
-    set(&Registrar::commit, "IVaskPMCRegistrar::commit");
-}
 
 } // namespace tarvo

@@ -57,7 +57,7 @@ inline StateKind kindOf(const StateValue& value) {
 class StateName : public ConstantString {
   public:
     StateName(const char16_t* name) noexcept : ConstantString(name) {}
-    StateName(const std::u16string& name) noexcept : ConstantString(name.c_str()) {}
+    StateName(const std::u16string& name) noexcept : ConstantString(name) {}
 };
 
 // Names, and what is read for each when a loop comes to it.
@@ -101,8 +101,8 @@ class StateEntries {
     Read read_;
 };
 
-// One node of saved state. A getter that fails raises Error: as a rule with RC_NOT_AVAILABLE if there
-// is no such value, RC_BAD_DATA if it is of another kind. Used by one thread at a time.
+// One node of saved state. A getter that fails raises Error: as a rule with RC_NOT_AVAILABLE if
+// there is no such value, RC_BAD_DATA if it is of another kind. Used by one thread at a time.
 //
 //     const auto state = tarvo::StateReader::share(reader); // what a component's load is given
 //     const double volume = state.real(u"volume");

@@ -1,9 +1,10 @@
-// The C++ layer over the binary interface, in headers alone: holders for references, strings, values
-// and arrays, identifiers as values, the registry, the catalogue, type libraries, creation and saved
-// state as classes, and one exception, tarvo::Error. It adds no allocation and no copy to what the
-// interface itself asks for.
+// The C++ layer over the binary interface, in headers alone: holders for references, strings,
+// values and arrays, identifiers as values, the registry, the catalogue, type libraries, creation
+// and saved state as classes, and one exception, tarvo::Error. It adds no allocation and no copy to
+// what the interface itself asks for.
 //
-// A host links tarvo_client and calls tarvo::load first. A component needs component.hpp and no library.
+// A host links tarvo_client and calls tarvo::load first. A component needs component.hpp and no
+// library.
 #pragma once
 
 #include "array.hpp"
@@ -15,6 +16,7 @@
 #include "load.hpp"
 #include "query.hpp"
 #include "reference.hpp"
+#include "registrar.hpp"
 #include "registry.hpp"
 #include "registry_writer.hpp"
 #include "result.hpp"

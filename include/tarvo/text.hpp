@@ -119,8 +119,8 @@ class StringWrapper {
     IVaskString pair_;
 };
 
-// A fixed text that answers every `set` with RC_READ_ONLY. The text must end in a null character
-// and outlive the holder, as a literal does.
+// A fixed text that answers every `set` with RC_READ_ONLY. The text must outlive the holder, as a
+// literal does.
 //
 //     tarvo::ConstantString name(u"volume");
 //     double volume = 0;
@@ -131,6 +131,9 @@ class ConstantString {
     constexpr explicit ConstantString(const char16_t* text) noexcept
         : pair_{this, &kTable}, text_(text),
           length_(static_cast<std::uint32_t>(std::u16string_view(text).size())) {}
+    explicit ConstantString(const std::u16string& text) noexcept
+        : pair_{this, &kTable}, text_(text.c_str()),
+          length_(static_cast<std::uint32_t>(text.size())) {}
     ConstantString(const ConstantString&) = delete;
     ConstantString& operator=(const ConstantString&) = delete;
 
@@ -152,8 +155,8 @@ class ConstantString {
     std::uint32_t length_;
 };
 
-// A text as an argument: a literal, a string, or null where that is allowed. It isn't copied, and ends
-// with its first null character.
+// A text as an argument: a literal, a string, or null where that is allowed. It isn't copied, and
+// ends with its first null character.
 //
 //     const std::u16string path = u"/example";
 //     const tarvo::CText argument = path;

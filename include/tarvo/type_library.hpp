@@ -21,7 +21,8 @@ namespace tarvo {
 // One type library as it was when it was found. Any thread may use it.
 //
 //     for (const tarvo::TypeLibrary& library : tarvo::TypeLibraries().all())
-//         std::cout << tarvo::toUtf8(library.name()) << ' ' << tarvo::toUtf8(library.version()) << '\n';
+//         std::cout << tarvo::toUtf8(library.name()) << ' ' << tarvo::toUtf8(library.version())
+//                   << '\n';
 class TypeLibrary {
     using Table = IVaskLibraryDetailsTable;
 

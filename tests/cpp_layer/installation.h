@@ -36,15 +36,17 @@ inline void installLibrary() {
     ASSERT_TRUE(key.setText(u"version", u"1.2.1.2"));
 }
 
-inline tarvo::Registration greeterRegistration() {
-    tarvo::Registration greeter;
-    greeter.uuid = kGreeterComponentId;
-    greeter.name = u"Greeter";
-    greeter.vaskVersion = u"1.2";
-    greeter.progId = u"Example.Greeter";
-    greeter.description = u"Greets";
-    greeter.categories = {tarvo::UUID(kIGreeterId)};
-    greeter.locations[tarvo::Location::inproc64] = wide(TARVO_TEST_GREETER);
+// A registration of the greeter under some identifier and ProgID, to be committed.
+inline tarvo::Registrar registerGreeter(const tarvo::RegistryWriter& writer,
+                                        const tarvo::UUID& uuid, tarvo::CText progId) {
+    tarvo::Registrar greeter = writer.createRegistrar();
+    greeter.setUuid(uuid);
+    greeter.setName(u"Greeter");
+    greeter.setVaskVersion(u"1.2");
+    greeter.setProgId(progId);
+    greeter.setDescription(u"Greets");
+    greeter.addCategory(kIGreeterId);
+    greeter.setLocation(tarvo::Location::inproc64, wide(TARVO_TEST_GREETER));
     return greeter;
 }
 
@@ -64,7 +66,7 @@ class InstalledLibrary : public testing::Test {
         installLibrary();
         tarvo::load();
         const tarvo::RegistryWriter writer(trustedScope());
-        writer.registerComponent(greeterRegistration());
+        registerGreeter(writer, kGreeterComponentId, u"Example.Greeter").commit();
         writer.commit();
     }
 

@@ -235,26 +235,40 @@ TEST_F(Installed, FindsCreatesAndLoadsWhatItRegistered) {
               RC_NO_INTERFACE);
     EXPECT_EQ(resultOf([&] { tarvo::createInstance(tarvo::UUID(kIGreeterId)); }), RC_NOT_FOUND);
 
-    auto clock = greeterRegistration();
-    clock.uuid.bytes[0] = 0;
-    clock.progId = u"Example.Other";
-    clock.locations[Location::local] = u"clocks";
+    tarvo::UUID clock = kGreeterComponentId;
+    clock.bytes[0] = 0;
     const auto change = [&](const std::function<void(const tarvo::RegistryWriter&)>& record) {
         const tarvo::RegistryWriter writer(scope);
         record(writer);
         writer.commit();
-        const auto found = tarvo::Catalogue().find(clock.uuid);
+        const auto found = tarvo::Catalogue().find(clock);
         return found ? found->locations().size() : 0;
     };
-    EXPECT_EQ(change([&](const auto& writer) { writer.registerComponent(clock); }), 2u);
+    const auto add = [&](const tarvo::RegistryWriter& writer) {
+        const auto registrar = registerGreeter(writer, clock, u"Example.Other");
+        registrar.setLocation(Location::local, u"clocks");
+        registrar.commit();
+    };
+    EXPECT_EQ(change(add), 2u);
     EXPECT_EQ(
-        change([&](const auto& writer) { writer.unregisterLocation(clock.uuid, Location::local); }),
-        1u);
-    EXPECT_EQ(change([&](const auto& writer) { writer.unregisterComponent(clock.uuid); }), 0u);
-    clock.locations.clear();
-    EXPECT_EQ(
-        resultOf([&] { change([&](const auto& writer) { writer.registerComponent(clock); }); }),
-        RC_INCOMPLETE_REGISTRATION);
+        change([&](const auto& writer) { writer.unregisterLocation(clock, Location::local); }), 1u);
+    EXPECT_EQ(change([&](const auto& writer) { writer.unregisterComponent(clock); }), 0u);
+    EXPECT_EQ(resultOf([&] { tarvo::RegistryWriter(scope).createRegistrar().commit(); }),
+              RC_INCOMPLETE_REGISTRATION);
+}
+
+// A registration made by hand, without what is required, doesn't end a listing.
+TEST_F(Installed, ReadsTextsThatAreMissingAsEmpty) {
+    const std::u16string key = u"/Components/PMCs/" + tarvo::UUID(kIGreeterId).string();
+    const tarvo::RegistryWriter writer(scope);
+    writer.key(key).setString(u"Inproc64", u"/opt/nameless.dll");
+    writer.commit();
+    const auto nameless = tarvo::Catalogue().find(tarvo::UUID(kIGreeterId));
+    ASSERT_TRUE(nameless);
+    EXPECT_EQ(nameless->name(), u"");
+    EXPECT_EQ(nameless->vaskVersion(), u"");
+    writer.deleteKey(key);
+    writer.commit();
 }
 
 // State as COM left it, brought into the form that a component gets.
