@@ -3,6 +3,7 @@
 #include "persistence/source_reader.h"
 #include "tarvo/array.hpp"
 
+#include <array>
 #include <cstddef>
 #include <deque>
 #include <utility>
@@ -13,52 +14,39 @@ namespace {
 
 using Table = IVaskPersistReaderTable;
 
-// Has the reader fill a value of its kind. A number goes straight to its place, and what has a pair
+// Has the reader fill a value of one kind. A number goes straight to its place, and what has a pair
 // of its own is filled through that.
-template <std::size_t Kind, class Slot>
-void readInto(TARVOPersistenceValue& value, IVaskPersistReader* source, Slot Table::*slot,
-              IVaskString* name) {
+template <std::size_t Kind, auto getter>
+void copyAs(TARVOPersistenceValue& value, IVaskPersistReader* source, IVaskString* name) {
     auto& content = value.content.emplace<Kind>();
     if constexpr (requires { content.pair(); })
-        callReader(source, slot, name, content.pair());
+        callReader(source, getter, name, content.pair());
     else
-        callReader(source, slot, name, &content);
+        callReader(source, getter, name, &content);
 }
 
 void copyValue(TARVOPersistenceValue& value, IVaskPersistReader* source, IVaskString* name) {
+    static constexpr auto kCopies = std::array{
+        copyAs<TARVO_PERSIST_REAL, &Table::GetReal>,
+        copyAs<TARVO_PERSIST_INTEGER, &Table::GetInteger>,
+        copyAs<TARVO_PERSIST_BOOLEAN, &Table::GetBoolean>,
+        copyAs<TARVO_PERSIST_STRING, &Table::GetString>,
+        copyAs<TARVO_PERSIST_ENUMERATION, &Table::GetEnumeration>,
+        copyAs<TARVO_PERSIST_VALUE, &Table::GetValue>,
+        copyAs<TARVO_PERSIST_REAL_ARRAY, &Table::GetArrayReal>,
+        copyAs<TARVO_PERSIST_INTEGER_ARRAY, &Table::GetArrayInteger>,
+        copyAs<TARVO_PERSIST_BOOLEAN_ARRAY, &Table::GetArrayBoolean>,
+        copyAs<TARVO_PERSIST_STRING_ARRAY, &Table::GetArrayString>,
+        copyAs<TARVO_PERSIST_ENUMERATION_ARRAY, &Table::GetArrayEnumeration>,
+        copyAs<TARVO_PERSIST_VALUE_ARRAY, &Table::GetArrayValue>,
+        copyAs<TARVO_PERSIST_BYTE_ARRAY, &Table::GetArrayByte>,
+    };
+    static_assert(kCopies.size() == kLastKind + 1);
     std::uint32_t kind = 0;
     callReader(source, &Table::GetValueType, name, &kind);
-    switch (kind) {
-    case TARVO_PERSIST_REAL:
-        return readInto<TARVO_PERSIST_REAL>(value, source, &Table::GetReal, name);
-    case TARVO_PERSIST_INTEGER:
-        return readInto<TARVO_PERSIST_INTEGER>(value, source, &Table::GetInteger, name);
-    case TARVO_PERSIST_BOOLEAN:
-        return readInto<TARVO_PERSIST_BOOLEAN>(value, source, &Table::GetBoolean, name);
-    case TARVO_PERSIST_STRING:
-        return readInto<TARVO_PERSIST_STRING>(value, source, &Table::GetString, name);
-    case TARVO_PERSIST_ENUMERATION:
-        return readInto<TARVO_PERSIST_ENUMERATION>(value, source, &Table::GetEnumeration, name);
-    case TARVO_PERSIST_VALUE:
-        return readInto<TARVO_PERSIST_VALUE>(value, source, &Table::GetValue, name);
-    case TARVO_PERSIST_REAL_ARRAY:
-        return readInto<TARVO_PERSIST_REAL_ARRAY>(value, source, &Table::GetArrayReal, name);
-    case TARVO_PERSIST_INTEGER_ARRAY:
-        return readInto<TARVO_PERSIST_INTEGER_ARRAY>(value, source, &Table::GetArrayInteger, name);
-    case TARVO_PERSIST_BOOLEAN_ARRAY:
-        return readInto<TARVO_PERSIST_BOOLEAN_ARRAY>(value, source, &Table::GetArrayBoolean, name);
-    case TARVO_PERSIST_STRING_ARRAY:
-        return readInto<TARVO_PERSIST_STRING_ARRAY>(value, source, &Table::GetArrayString, name);
-    case TARVO_PERSIST_ENUMERATION_ARRAY:
-        return readInto<TARVO_PERSIST_ENUMERATION_ARRAY>(value, source, &Table::GetArrayEnumeration,
-                                                         name);
-    case TARVO_PERSIST_VALUE_ARRAY:
-        return readInto<TARVO_PERSIST_VALUE_ARRAY>(value, source, &Table::GetArrayValue, name);
-    case TARVO_PERSIST_BYTE_ARRAY:
-        return readInto<TARVO_PERSIST_BYTE_ARRAY>(value, source, &Table::GetArrayByte, name);
-    default:
+    if (kind > kLastKind)
         throw vask_link_error(RC_END_OF_DATA);
-    }
+    kCopies[kind](value, source, name);
 }
 
 void copyValues(TARVOPersistenceNode& target, IVaskPersistReader* source) {

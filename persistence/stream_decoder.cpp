@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 #include <iterator>
+#include <type_traits>
 #include <vector>
 
 namespace TARVO {
@@ -149,66 +150,18 @@ class StreamDecoder {
             throw StreamError(RC_END_OF_DATA, start, "a kind that is none of 0 to 12");
         const auto [value, isNew] = node.values.try_emplace(std::move(name));
         try {
-            readContent(kind, value->second.content);
+            value->second.fill(kind, [this](auto& content) { readInto(content); });
         } catch (...) {
             node.values.erase(value); // a value is there as a whole or not at all
             throw;
         }
     }
 
-    void readContent(std::uint32_t kind, TARVOPersistenceValue::Content& content) {
-        switch (kind) {
-        case TARVO_PERSIST_REAL:
-            content.emplace<TARVO_PERSIST_REAL>(bytes_.read<double>());
-            break;
-        case TARVO_PERSIST_INTEGER:
-            content.emplace<TARVO_PERSIST_INTEGER>(bytes_.read<std::int32_t>());
-            break;
-        case TARVO_PERSIST_BOOLEAN:
-            content.emplace<TARVO_PERSIST_BOOLEAN>(bytes_.read<std::uint32_t>());
-            break;
-        case TARVO_PERSIST_STRING:
-            bytes_.readText(content.emplace<TARVO_PERSIST_STRING>().text());
-            break;
-        case TARVO_PERSIST_ENUMERATION:
-            content.emplace<TARVO_PERSIST_ENUMERATION>(bytes_.read<std::uint32_t>());
-            break;
-        case TARVO_PERSIST_VALUE:
-            readTagged(content.emplace<TARVO_PERSIST_VALUE>());
-            break;
-        case TARVO_PERSIST_REAL_ARRAY:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_REAL_ARRAY>().elements());
-            break;
-        case TARVO_PERSIST_INTEGER_ARRAY:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_INTEGER_ARRAY>().elements());
-            break;
-        case TARVO_PERSIST_BOOLEAN_ARRAY:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_BOOLEAN_ARRAY>().elements());
-            break;
-        case TARVO_PERSIST_STRING_ARRAY:
-            readObjects(content.emplace<TARVO_PERSIST_STRING_ARRAY>(), kSmallestText,
-                        [this](tarvo::String& string) { bytes_.readText(string.text()); });
-            break;
-        case TARVO_PERSIST_ENUMERATION_ARRAY:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_ENUMERATION_ARRAY>().elements());
-            break;
-        case TARVO_PERSIST_VALUE_ARRAY:
-            readObjects(content.emplace<TARVO_PERSIST_VALUE_ARRAY>(), kSmallestTagged,
-                        [this](VaskValueImpl& value) { readTagged(value); });
-            break;
-        default:
-            bytes_.readNumbers(content.emplace<TARVO_PERSIST_BYTE_ARRAY>().elements());
-        }
-    }
-
-    template <class Array, class Read>
-    void readObjects(Array& array, std::size_t smallest, Read&& read) {
-        array.resize(bytes_.readCount(smallest));
-        for (auto& element : array.elements())
-            read(element);
-    }
-
-    void readTagged(VaskValueImpl& value) {
+    template <class Number>
+    requires std::is_arithmetic_v<Number>
+    void readInto(Number& number) { number = bytes_.read<Number>(); }
+    void readInto(tarvo::String& string) { bytes_.readText(string.text()); }
+    void readInto(VaskValueImpl& value) {
         switch (bytes_.read<std::uint32_t>()) {
         case TARVO_VALUE_STRING:
             value.setText(readText());
@@ -225,6 +178,19 @@ class StreamDecoder {
         default:
             break; // any other is empty, as the value is already
         }
+    }
+    template <class Number>
+    void readInto(tarvo::ScalarArray<Number>& array) {
+        bytes_.readNumbers(array.elements());
+    }
+    void readInto(tarvo::StringArray& array) { readEach(array, kSmallestText); }
+    void readInto(tarvo::ObjectArray<VaskValueImpl>& array) { readEach(array, kSmallestTagged); }
+
+    template <class Array>
+    void readEach(Array& array, std::size_t smallest) {
+        array.resize(bytes_.readCount(smallest));
+        for (auto& element : array.elements())
+            readInto(element);
     }
 
     std::u16string readText() {

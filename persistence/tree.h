@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 
 namespace TARVO {
@@ -33,6 +34,15 @@ struct TARVOPersistenceValue {
                      tarvo::ScalarArray<std::uint8_t>>;
 
     std::uint32_t type() const noexcept { return static_cast<std::uint32_t>(content.index()); }
+
+    // Makes it a value of one of the kinds, and has its content filled in.
+    template <class Fill>
+    void fill(std::uint32_t kind, Fill&& fill) {
+        [&]<std::size_t... Kinds>(std::index_sequence<Kinds...>) {
+            ((Kinds == kind && (fill(content.emplace<Kinds>()), true)) || ...);
+        }
+        (std::make_index_sequence<std::variant_size_v<Content>>());
+    }
 
     Content content;
 };
