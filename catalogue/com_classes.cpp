@@ -72,7 +72,7 @@ class FoundIndex {
 
     // The place with the identifier's number, or the empty one where it would go.
     std::size_t placeOf(const tarvo::UUID& uuid) const {
-        std::size_t place = UUIDHash()(uuid) & (places_.size() - 1);
+        std::size_t place = std::hash<tarvo::UUID>()(uuid) & (places_.size() - 1);
         while (places_[place] != kNone && found_[places_[place]].uuid != uuid)
             place = (place + 1) & (places_.size() - 1);
         return place;

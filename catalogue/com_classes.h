@@ -10,16 +10,7 @@
 
 namespace TARVO {
 
-// Identifiers are well spread already; joining their halves is enough.
-struct UUIDHash {
-    std::size_t operator()(const tarvo::UUID& uuid) const noexcept {
-        const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(uuid);
-        const auto [low, high] = halves;
-        return low ^ ((low << 6) + high + (low >> 2) + 0x9e3779b9);
-    }
-};
-
-using UUIDSet = std::unordered_set<tarvo::UUID, UUIDHash>;
+using UUIDSet = std::unordered_set<tarvo::UUID>;
 
 // A component that a scan has come upon.
 struct FoundPMC {

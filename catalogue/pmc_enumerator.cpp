@@ -34,7 +34,7 @@ Result give(Reference<T> found, IVaskPMCRegistrationDetails** details) {
 
 // Gives the components in the order of their identifiers.
 Result give(std::vector<FoundPMC> found, ITarvoCollection** pmcs) {
-    std::ranges::sort(found, UUIDLess(), &FoundPMC::uuid);
+    std::ranges::sort(found, {}, &FoundPMC::uuid);
     auto collection = makeObject<TarvoRawCollection>(u"PMCs");
     collection->reserve(found.size());
     for (FoundPMC& pmc : found)
@@ -184,7 +184,7 @@ Result TarvoPMCEnumerator::getPMCsInCategories(const UUID* categories, std::uint
                                                ITarvoCollection** pmcs) {
     if (categories == nullptr || pmcs == nullptr)
         return RC_NULL_POINTER;
-    std::map<UUID, FoundPMC, UUIDLess> merged;
+    std::map<tarvo::UUID, FoundPMC> merged;
     for (const UUID& category : std::span(categories, count))
         for (const FoundPMC& pmc : pmcsInCategory(category))
             merged.insert_or_assign(pmc.uuid, pmc);
@@ -203,11 +203,9 @@ Result makeEnumerator(IVaskPMCEnumerator** enumerator) {
     if (enumerator == nullptr)
         return RC_NULL_POINTER;
     *enumerator = nullptr;
-    Reference<TarvoRegistry> allUsers;
     Reference<TarvoRegistry> user;
-    if (const Result result = loadScope(true, nullptr, allUsers); result != RC_OK)
-        return result;
-    if (const Result result = loadScope(false, nullptr, user); result != RC_OK)
+    Reference<TarvoRegistry> allUsers;
+    if (const Result result = loadScopes(nullptr, user, allUsers); result != RC_OK)
         return result;
     handOut(makeObject<TarvoPMCEnumerator>(
                 makeObject<TarvoRegistryKey>(std::move(user), std::move(allUsers))),

@@ -34,7 +34,7 @@ class TarvoPMCEnumerator final : public TarvoBaseImpl<TarvoPMCEnumerator, IVaskP
     const std::vector<FoundPMC>& pmcsInCategory(const UUID& category);
 
     ClassBuffer classBuffer_;
-    std::map<UUID, std::vector<FoundPMC>, UUIDLess> categoryCache_;
+    std::map<tarvo::UUID, std::vector<FoundPMC>> categoryCache_;
     Reference<TarvoRegistryKey> rootKey_;
 };
 

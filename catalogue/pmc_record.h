@@ -1,7 +1,7 @@
 // The registration of one native component, as a registrar fills it in and a writer keeps it.
 #pragma once
 
-#include "core/object.h"
+#include "tarvo/uuid.hpp"
 
 #include <cstdint>
 #include <map>
@@ -19,14 +19,14 @@ struct PMCRegistrationRecord {
     std::u16string vendorURL;
     std::u16string helpURL;
     std::u16string about;
-    UUID uuid{};
+    tarvo::UUID uuid;
     std::u16string progId;
     std::u16string versionIndependentProgId;
-    std::set<UUID, UUIDLess> categories;
+    std::set<tarvo::UUID> categories;
     std::map<std::int32_t, std::u16string> locations;
 
     bool isComplete() const {
-        return !name.empty() && !vaskVersion.empty() && !isNil(uuid) && !locations.empty();
+        return !name.empty() && !vaskVersion.empty() && !uuid.isNil() && !locations.empty();
     }
 };
 

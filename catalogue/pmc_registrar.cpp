@@ -51,7 +51,7 @@ Result TarvoPMCRegistrar::setProgId(const char16_t* progId) {
 Result TarvoPMCRegistrar::setUUID(const UUID* uuid) {
     if (uuid == nullptr)
         return RC_NULL_POINTER;
-    if (isNil(*uuid))
+    if (tarvo::UUID(*uuid).isNil())
         return RC_INVALID_ARGUMENT;
     record_.uuid = *uuid;
     return RC_OK;

@@ -16,7 +16,7 @@ void PMCRegistrations::add(const PMCRegistrationRecord& record) {
 Result PMCRegistrations::unregister(const UUID* uuid) {
     if (uuid == nullptr)
         return RC_NULL_POINTER;
-    if (isNil(*uuid))
+    if (tarvo::UUID(*uuid).isNil())
         return RC_INVALID_ARGUMENT;
     for (UUIDs* table : {&removedPMCs_, &removedFrom32BitView_, &removedFrom64BitView_})
         table->insert(*uuid);
@@ -41,7 +41,7 @@ Result PMCRegistrations::unregisterLocation(const UUID* uuid, std::int32_t locat
         return RC_INVALID_ARGUMENT;
     if (uuid == nullptr)
         return RC_NULL_POINTER;
-    if (isNil(*uuid) || !isLocation(location))
+    if (tarvo::UUID(*uuid).isNil() || !isLocation(location))
         return RC_INVALID_ARGUMENT;
 
     const std::u16string path =

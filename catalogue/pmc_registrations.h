@@ -25,11 +25,11 @@ class PMCRegistrations {
     void clear() noexcept;
 
   private:
-    using UUIDs = std::set<UUID, UUIDLess>;
+    using UUIDs = std::set<tarvo::UUID>;
 
     RegistryEdits& keys_;
     UUIDs removedPMCs_;
-    std::map<UUID, PMCRegistrationRecord, UUIDLess> pendingPMCs_;
+    std::map<tarvo::UUID, PMCRegistrationRecord> pendingPMCs_;
     UUIDs removedFrom32BitView_;
     UUIDs removedFrom64BitView_;
 };

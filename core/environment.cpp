@@ -5,6 +5,7 @@
 #include "platform/folder.h"
 #include "platform/module.h"
 #include "tarvo/environment.h"
+#include "tarvo/resource.h"
 #include "tarvo/text.hpp"
 
 #include <mutex>
@@ -110,7 +111,7 @@ TarvoResult getTarvoLanguage(IVaskString* language) {
     return TARVO::guardedCall([&]() -> TarvoResult {
         if (language == nullptr)
             return RC_NULL_POINTER;
-        const char16_t* tag = TARVO::resourceText(TARVO::kLanguageTagIndex);
+        const char16_t* tag = TARVO::resourceText(TARVO_RESOURCE_LANGUAGE);
         return tarvo::setText(language, tag != nullptr ? tag : u"");
     });
 }

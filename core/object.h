@@ -24,18 +24,6 @@ namespace TARVO {
 
 using tarvo::Reference;
 
-// Identifiers compare by their bytes in memory order.
-struct UUIDLess {
-    bool operator()(const UUID& left, const UUID& right) const noexcept {
-        return std::memcmp(left.bytes, right.bytes, sizeof left.bytes) < 0;
-    }
-};
-
-inline bool isNil(const UUID& uuid) noexcept {
-    constexpr UUID kNil = {};
-    return std::memcmp(uuid.bytes, kNil.bytes, sizeof kNil.bytes) == 0;
-}
-
 // An object with one interface, I, derived from ITarvoBase. It starts with no reference: whoever
 // makes it and hands it out adds the first.
 template <class T, class I>

@@ -6,8 +6,6 @@
 
 namespace TARVO {
 
-constexpr std::uint32_t kLanguageTagIndex = 2;
-
 // Loads the resource library from the module folder. Its absence is no failure: there are no texts
 // then. Runs once, when the library is loaded.
 void loadResourceLibrary() noexcept;

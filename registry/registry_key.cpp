@@ -1,6 +1,7 @@
 #include "registry/registry_key.h"
 
 #include "registry/scope.h"
+#include "tarvo/array.hpp"
 #include "tarvo/uuid.h"
 
 namespace TARVO {
@@ -31,21 +32,7 @@ Reference<TarvoRegistryKey> TarvoRegistryKey::keyAt(const char16_t* path) const 
 }
 
 Result giveNames(const std::vector<std::u16string_view>& names, IVaskArray* target) {
-    void* elements = nullptr;
-    const Result result =
-        target->table->resize(target->me, static_cast<std::uint32_t>(names.size()), &elements);
-    if (result != RC_OK || names.empty())
-        return result;
-    if (elements == nullptr)
-        return RC_NULL_POINTER;
-    auto* const* strings = static_cast<IVaskString**>(elements);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (strings[i] == nullptr)
-            return RC_NULL_POINTER;
-        if (const Result set = tarvo::setText(strings[i], names[i]); set != RC_OK)
-            return set;
-    }
-    return RC_OK;
+    return tarvo::setItems<IVaskString>(target, names, tarvo::setText);
 }
 
 void giveKey(Reference<TarvoRegistry> user, Reference<TarvoRegistry> allUsers,
@@ -79,11 +66,9 @@ Result openKey(const char16_t* path, IVaskRegistryKey** key) {
     *key = nullptr;
     if (!makeRelative(path))
         return RC_NOT_FOUND;
-    Reference<TarvoRegistry> allUsers;
     Reference<TarvoRegistry> user;
-    if (const Result result = loadScope(true, path, allUsers); result != RC_OK)
-        return result;
-    if (const Result result = loadScope(false, path, user); result != RC_OK)
+    Reference<TarvoRegistry> allUsers;
+    if (const Result result = loadScopes(path, user, allUsers); result != RC_OK)
         return result;
     if (!allUsers && !user)
         return RC_NOT_FOUND;

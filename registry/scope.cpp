@@ -81,6 +81,12 @@ Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegi
     return result;
 }
 
+Result loadScopes(const char16_t* path, tarvo::Reference<TarvoRegistry>& user,
+                  tarvo::Reference<TarvoRegistry>& allUsers) {
+    const Result result = loadScope(true, path, allUsers);
+    return result == RC_OK ? loadScope(false, path, user) : result;
+}
+
 bool isMalformed(bool allUsers, platform::File& file) {
     Scope& scope = scopeOf(allUsers);
     std::u16string readId;

@@ -23,6 +23,10 @@ std::u16string registryFilePath(bool allUsers);
 // missing file is an empty scope, and a malformed one leaves the scope as it was known before.
 Result loadScope(bool allUsers, const char16_t* path, tarvo::Reference<TarvoRegistry>& node);
 
+// The same for both scopes, up to the first that fails: all users' first, then the user's.
+Result loadScopes(const char16_t* path, tarvo::Reference<TarvoRegistry>& user,
+                  tarvo::Reference<TarvoRegistry>& allUsers);
+
 // Brings a cached tree and its id in line with the file, as loadScope does for its scope. An empty
 // id stands for a tree that came from no file, or from one without an id.
 Result refreshTree(const std::u16string& path, tarvo::Reference<TarvoRegistry>& root,

@@ -132,8 +132,8 @@ Result TarvoLibraryEnumerator::getAllLibraries(ITarvoCollection** libraries) {
     std::vector<TarvoLibraryDetails*> sorted;
     for (const auto& [name, details] : librariesByName_)
         sorted.push_back(details.get());
-    std::ranges::sort(sorted, UUIDLess(), [](const TarvoLibraryDetails* library) -> const UUID& {
-        return library->uuid();
+    std::ranges::sort(sorted, {}, [](const TarvoLibraryDetails* library) {
+        return tarvo::UUID(library->uuid());
     });
     auto collection = makeObject<TarvoRawCollection>(u"Libraries");
     for (TarvoLibraryDetails* library : sorted)

@@ -3,6 +3,7 @@
 
 #include "core/object.h"
 #include "registry/registry_key.h"
+#include "tarvo/uuid.hpp"
 #include "types/library_details.h"
 
 #include <map>
@@ -35,7 +36,7 @@ class TarvoLibraryEnumerator final
     void addAllUsersLibraries(const LibraryScope& allUsers);
     void add(const UUID& uuid, const TarvoRegistry& key, const std::u16string& folder);
 
-    std::map<UUID, Details, UUIDLess> librariesByUUID_;
+    std::map<tarvo::UUID, Details> librariesByUUID_;
     std::map<std::u16string, Details, std::less<>> librariesByName_;
     Reference<TarvoRegistryKey> interfacesKey_;
 };

@@ -220,7 +220,7 @@ Result setLibraryLocation(IVaskRegistryKeyWriter& root, const UUID* library, std
         return RC_INVALID_ARGUMENT;
     if (text == nullptr || library == nullptr)
         return RC_NULL_POINTER;
-    if (isNil(*library))
+    if (tarvo::UUID(*library).isNil())
         return RC_INVALID_ARGUMENT;
     const KeyWriter key = createKey(root, keyPathOf(*library).c_str());
     return key->table->setStringValue(key->me, kLocationNames[location], text);
@@ -232,7 +232,7 @@ Result removeLibraryLocation(IVaskRegistryKeyWriter& root, const UUID* library,
         return RC_INVALID_ARGUMENT;
     if (library == nullptr)
         return RC_NULL_POINTER;
-    if (isNil(*library))
+    if (tarvo::UUID(*library).isNil())
         return RC_INVALID_ARGUMENT;
     root.table->deleteValue(root.me, keyPathOf(*library).c_str(), kLocationNames[location]);
     return RC_OK;

@@ -104,10 +104,9 @@ static_assert(sizeof(UUID) == sizeof(TarvoUUID));
 
 template <>
 struct std::hash<tarvo::UUID> {
+    // Identifiers are well spread already; joining their halves is enough.
     std::size_t operator()(const tarvo::UUID& uuid) const noexcept {
-        std::uint64_t state = 0xcbf29ce484222325; // FNV-1a
-        for (const std::uint8_t byte : uuid.bytes)
-            state = (state ^ byte) * 0x100000001b3;
-        return static_cast<std::size_t>(state);
+        const auto [low, high] = std::bit_cast<std::array<std::uint64_t, 2>>(uuid);
+        return low ^ ((low << 6) + high + (low >> 2) + 0x9e3779b9);
     }
 };
