@@ -24,10 +24,10 @@
 
 namespace TARVO {
 
-enum class ParseOutcome : std::int32_t {
-    complete = 0,
-    malformed = 502, // RC_BAD_REGISTRY_FILE
-    unchanged = -1,  // the file's id is the one that is known
+enum class ParseOutcome : std::uint8_t {
+    complete,
+    malformed,
+    unchanged, // the file's id is the one that is known
 };
 
 // Where and why a file is malformed, for people.

@@ -1,7 +1,6 @@
 #include "types/library_details.h"
 
 #include "catalogue/names.h"
-#include "core/uuid.h"
 
 #include <utility>
 
@@ -66,15 +65,6 @@ Result TarvoLibraryDetails::getLocation(std::int32_t location, IVaskString* text
         return RC_NULL_POINTER;
     const auto found = locations_.find(location);
     return found == locations_.end() ? RC_NOT_AVAILABLE : give(text, found->second);
-}
-
-std::u16string definitionFileName(const UUID& library) {
-    const UUIDText text(library);
-    std::u16string name(text.view().substr(1, kUUIDTextLength - 2));
-    for (char16_t& unit : name)
-        if (unit >= u'a' && unit <= u'f')
-            unit -= u'a' - u'A';
-    return name + u".tidl";
 }
 
 const NamedValue* findStringValue(const TarvoRegistry& key, std::u16string_view name) {

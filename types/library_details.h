@@ -37,9 +37,6 @@ class TarvoLibraryDetails final : public ReadOnlyNamedVaskBaseImpl<TarvoLibraryD
     std::map<std::int32_t, std::u16string> locations_;
 };
 
-// The file in which a library's definition is kept: its identifier in upper case, without braces.
-std::u16string definitionFileName(const UUID& library);
-
 // A string value of a key; null if there is none of that name and type.
 const NamedValue* findStringValue(const TarvoRegistry& key, std::u16string_view name);
 

@@ -4,6 +4,7 @@
 #include "core/uuid.h"
 #include "registry/scope.h"
 #include "tarvo/uuid.h"
+#include "types/definition_file.h"
 #include "types/version_numbers.h"
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include "registry/registry_key.h"
 #include "registry/scope.h"
 #include "tarvo/text.hpp"
+#include "types/definition_file.h"
 #include "types/library_details.h"
 #include "types/parser_bridge.h"
 #include "types/version_numbers.h"

@@ -4,6 +4,7 @@
 #include "companions/idl-parser/text.h"
 #include "platform/file.h"
 #include "platform/folder.h"
+#include "types/definition_file.h"
 
 #include <algorithm>
 #include <utility>
@@ -29,15 +30,6 @@ bool isAbsolute(std::u16string_view path) noexcept {
 std::u16string folderOf(std::u16string_view path) {
     constexpr char16_t kSeparators[] = {u'/', platform::kFolderSeparator, u'\0'};
     return std::u16string(path.substr(0, path.find_last_of(kSeparators) + 1));
-}
-
-// The name under which a registered library's definition is kept: the identifier in upper case.
-std::u16string keptFileName(const tarvo::UUID& library) {
-    std::u16string name = library.string().substr(1, tarvo::UUID::kTextLength - 2);
-    for (char16_t& unit : name)
-        if (unit >= u'a' && unit <= u'f')
-            unit = static_cast<char16_t>(unit - u'a' + u'A');
-    return name + u".tidl";
 }
 
 } // namespace
@@ -84,7 +76,7 @@ FileBytes Imports::readNear(const SourceFile& importer, const Import& import,
     FileBytes read = read_(path);
     if (!read.isMissing || !import.library)
         return read;
-    std::u16string keptPath = folderOf(importer.path) + keptFileName(*import.library);
+    std::u16string keptPath = folderOf(importer.path) + definitionFileName(*import.library);
     FileBytes kept = read_(keptPath);
     if (kept.failure != nullptr)
         return read;
