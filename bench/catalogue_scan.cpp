@@ -26,10 +26,10 @@
 namespace {
 
 using bench::require;
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SubkeyNames;
-using platform::SystemKey;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SubkeyNames;
+using TARVO::platform::SystemKey;
 
 constexpr std::uint32_t kCount = 5000; // of native components, and of classes
 constexpr std::array kViews = {RegistryView::view32, RegistryView::view64};
@@ -52,7 +52,9 @@ std::string textOf(const tarvo::UUID& uuid) {
     return {text.begin(), text.end()};
 }
 std::u16string classText(std::uint32_t number) {
-    return platform::classText(std::bit_cast<platform::IdentifierBytes>(uuidOf(number))).data();
+    return TARVO::platform::classText(
+               std::bit_cast<TARVO::platform::IdentifierBytes>(uuidOf(number)))
+        .data();
 }
 
 // ---- what there is to find ----
@@ -96,7 +98,7 @@ void writeClass(const SystemKey& classes, RegistryView view, std::uint32_t numbe
 class Classes {
   public:
     Classes() {
-        platform::RegistryBatch batch;
+        TARVO::platform::RegistryBatch batch;
         for (const RegistryView view : kViews)
             for (std::uint32_t number = kCount; number < 2 * kCount; ++number)
                 writeClass(allClasses(view), view, number);
@@ -105,7 +107,7 @@ class Classes {
     Classes(const Classes&) = delete;
     Classes& operator=(const Classes&) = delete;
     ~Classes() {
-        platform::RegistryBatch batch;
+        TARVO::platform::RegistryBatch batch;
         for (const RegistryView view : kViews)
             for (std::uint32_t number = kCount; number < 2 * kCount; ++number)
                 allClasses(view).deleteTree(classText(number).c_str(), view);

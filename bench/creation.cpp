@@ -27,7 +27,7 @@ using Instance = tarvo::Reference<IVaskInterface>;
 
 // Beside this program.
 std::u16string componentLibrary() {
-    const std::filesystem::path program(platform::ownModulePath());
+    const std::filesystem::path program(TARVO::platform::ownModulePath());
     return (program.parent_path() / "creation_component.dll").u16string();
 }
 
@@ -52,14 +52,14 @@ void createByTarvo() {
 }
 
 void createByLoading(const std::u16string& library) {
-    const platform::ModuleHandle module = platform::loadModule(library);
+    const TARVO::platform::ModuleHandle module = TARVO::platform::loadModule(library);
     auto* create = reinterpret_cast<vaskCreateObjectFunction*>(
-        platform::findSymbol(module, "vaskCreateObject"));
+        TARVO::platform::findSymbol(module, "vaskCreateObject"));
     {
         Instance instance;
         require(create(&bench::kNothing, instance.out()) == RC_OK);
     }
-    platform::freeModule(module);
+    TARVO::platform::freeModule(module);
 }
 
 // What no creation can do without: both scopes are looked at for changes.
@@ -98,7 +98,7 @@ int main() {
     bench::userRegistryFile();
     const std::u16string library = componentLibrary();
     registerComponent(library);
-    const platform::ModuleHandle held = platform::loadModule(library);
+    const TARVO::platform::ModuleHandle held = TARVO::platform::loadModule(library);
     std::vector<bench::CreationPeer> ways = {
         {"tarvoCreatePMCInstance", createByTarvo},
         {"of it, opening a key of both unchanged scopes", openRegistry},
@@ -111,6 +111,6 @@ int main() {
     for (std::size_t i = 0; i < ways.size(); ++i)
         std::printf("  %-52s %8.2f us, the first takes %.2f of it\n", ways[i].name.c_str(),
                     medians[i], medians[0] / medians[i]);
-    platform::freeModule(held);
+    TARVO::platform::freeModule(held);
     return 0;
 }

@@ -13,12 +13,12 @@ namespace bench {
 
 namespace {
 
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SystemKey;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SystemKey;
 
 const auto kClassText =
-    platform::classText(std::bit_cast<platform::IdentifierBytes>(bench::kNothing));
+    TARVO::platform::classText(std::bit_cast<TARVO::platform::IdentifierBytes>(bench::kNothing));
 
 SystemKey allClasses() {
     return SystemKey::openForWriting(RegistryRoot::localMachine, u"Software\\Classes",

@@ -11,7 +11,7 @@ namespace bench {
 
 // A Wine prefix is a machine of its own, and a Windows machine is somebody's.
 std::filesystem::path userRegistryFile() {
-    if (!platform::isWine()) {
+    if (!TARVO::platform::isWine()) {
         std::cerr << "On Windows, benchmarks run under Wine alone.\n";
         std::exit(1);
     }

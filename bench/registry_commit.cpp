@@ -69,12 +69,12 @@ void commitByTarvo(benchmark::State& state, std::size_t size) {
 // ---- the steps ----
 
 void copyFile(const std::u16string& path) {
-    require(platform::copyFileOver(path, path + u".backup"));
+    require(TARVO::platform::copyFileOver(path, path + u".backup"));
 }
 
 Reference<TarvoRegistry> loadFile(const std::u16string& path,
                                   TARVO::Edition edition = TARVO::kNoEdition) {
-    platform::File file;
+    TARVO::platform::File file;
     require(TARVO::openRegistryExclusive(path, file) == RC_OK);
     TARVO::FileBytes bytes(file);
     require(bytes.readAll());
@@ -89,7 +89,7 @@ std::string serialise(const TarvoRegistry& root) {
 }
 
 void writeFile(const std::u16string& path, const std::string& text) {
-    platform::File file;
+    TARVO::platform::File file;
     require(TARVO::openRegistryExclusive(path, file) == RC_OK);
     require(file.seekTo(0) && file.write(text) == text.size() && file.truncateHere());
 }

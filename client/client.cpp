@@ -4,9 +4,9 @@
 #include "client/installation.h"
 #include "client/named_library.h"
 #include "client/version.h"
-#include "core/link_error.h"
 #include "platform/module.h"
 #include "platform/text.h"
+#include "tarvo/error.hpp"
 #include "tarvo/text.hpp"
 
 #include <string>
@@ -22,7 +22,7 @@ constinit platform::ModuleHandle library = nullptr;
 // Tells the caller, if it wants to know, and is the result.
 bool fail(IVaskString* message, std::u16string_view text) {
     if (message != nullptr)
-        require(tarvo::setText(message, text));
+        tarvo::require(tarvo::setText(message, text), "set of the message");
     return false;
 }
 

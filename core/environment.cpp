@@ -74,14 +74,11 @@ Result giveDataFolder(bool allUsers, IVaskString* folder) {
 
 } // namespace
 
-std::u16string moduleFolder() {
-    static std::mutex mutex;
-    static std::u16string folder;
-    const std::lock_guard lock(mutex);
-    if (folder.empty()) {
+const std::u16string& moduleFolder() {
+    static const std::u16string folder = [] {
         const std::u16string path = platform::ownModulePath();
-        folder = path.substr(0, path.rfind(platform::kFolderSeparator) + 1);
-    }
+        return path.substr(0, path.rfind(platform::kFolderSeparator) + 1);
+    }();
     return folder;
 }
 

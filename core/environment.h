@@ -9,7 +9,7 @@
 namespace TARVO {
 
 // The folder that holds this library, ending in a separator. Any thread.
-std::u16string moduleFolder();
+const std::u16string& moduleFolder();
 
 // The data folder of a scope, made if it isn't there, ending in a separator; empty if it can't be
 // had. A first failure stands for the rest of the process's life. Any thread.

@@ -54,7 +54,7 @@ TarvoResult vaskUUIDFromString(const char16_t* text, TarvoUUID* uuid) {
             return RC_OK;
         }
         std::array<std::uint8_t, 16> bytes{};
-        const bool read = platform::scanUUID(text, bytes);
+        const bool read = TARVO::platform::scanUUID(text, bytes);
         if (!read)
             bytes = {};
         std::memcpy(uuid->bytes, bytes.data(), sizeof uuid->bytes);

@@ -69,7 +69,7 @@ std::string messageOf(const Document& document) {
     tarvo::StringWrapper wrapper(text);
     document.getErrorMessage(wrapper.pair());
     std::string message;
-    platform::appendUtf8(text, message);
+    TARVO::platform::appendUtf8(text, message);
     return message;
 }
 

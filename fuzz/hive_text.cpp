@@ -13,12 +13,12 @@ constexpr std::u16string_view kRoot = u"HKEY_CURRENT_USER";
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    platform::HiveTree tree;
+    TARVO::platform::HiveTree tree;
     if (!readHive({reinterpret_cast<const char*>(data), size}, kRoot, tree)) {
         return 0;
     }
     const std::string written = writeHive(*tree.root(), kRoot);
-    platform::HiveTree again;
+    TARVO::platform::HiveTree again;
     if (!readHive(written, kRoot, again) || writeHive(*again.root(), kRoot) != written) {
         std::fprintf(stderr, "Not read as it was written:\n%s", written.c_str());
         std::abort();

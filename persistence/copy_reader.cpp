@@ -85,8 +85,7 @@ class TreeCopier {
                 throw vask_link_error(RC_BAD_DATA);
             tarvo::String& name = last.names.elements()[last.next++];
             TARVOPersistenceNode& child = last.target->addNode(name.text());
-            tarvo::Reference<IVaskPersistReader> owned;
-            callReader(last.source, &Table::GetNode, name.pair(), owned.out());
+            auto owned = nodeOf(last.source, name.pair());
             IVaskPersistReader* const reader = owned.get();
             begin(child, reader, std::move(owned));
         }

@@ -8,6 +8,7 @@
 #include "persistence/source_reader.h"
 #include "persistence/stream_decoder.h"
 #include "tarvo/identifiers.h"
+#include "tarvo/query.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -32,11 +33,7 @@ bool isForm(std::u16string_view text) {
 // Another interface of an object from outside; null if it hasn't got it, or if there is no object.
 template <class Interface>
 Reference<Interface> query(IVaskInterface* object, const UUID& interfaceId) {
-    Reference<IVaskInterface> found;
-    if (object == nullptr ||
-        object->table->queryInterface(object->me, &interfaceId, found.out()) != RC_OK)
-        return nullptr;
-    return Reference<Interface>::adopt(reinterpret_cast<Interface*>(found.detach()));
+    return object != nullptr ? tarvo::query<Interface>(object, interfaceId) : nullptr;
 }
 
 std::u16string readText(IVaskPersistReader* reader, tarvo::ConstantString& name) {
@@ -75,8 +72,7 @@ std::u16string comTypeOf(IVaskPersistReader* reader) {
     callReader(reader, &Table::NodeNames, names.pair());
     if (!contains(names, markerNodeName))
         return {};
-    Reference<IVaskPersistReader> marker;
-    callReader(reader, &Table::GetNode, markerNodeName.pair(), marker.out());
+    const auto marker = nodeOf(reader, markerNodeName.pair());
     tarvo::StringArray valueNames;
     callReader(marker.get(), &Table::ValueNames, valueNames.pair());
     return contains(valueNames, comTypeName) ? readText(marker.get(), comTypeName)
@@ -143,7 +139,7 @@ bool isDecodableBag(IVaskPersistReader* bag) {
 
 Reference<Node> decodeBagState(IVaskPersistReader* reader) {
     Reference<IVaskPersistReader> bag;
-    requireTransitionForm([&] { callReader(reader, &Table::GetNode, dataName.pair(), bag.out()); });
+    requireTransitionForm([&] { bag = nodeOf(reader, dataName.pair()); });
     return isDecodableBag(bag.get()) ? decodeBag(bag.get()) : nullptr;
 }
 

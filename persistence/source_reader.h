@@ -4,6 +4,7 @@
 
 #include "core/link_error.h"
 #include "tarvo/persistence.h"
+#include "tarvo/reference.hpp"
 
 namespace TARVO {
 
@@ -15,6 +16,13 @@ void callReader(IVaskPersistReader* reader, Slot IVaskPersistReaderTable::*slot,
         throw vask_link_error(RC_NULL_POINTER);
     require((reader->table->*slot)(reader->me, arguments...),
             reinterpret_cast<IVaskInterface*>(reader));
+}
+
+// A child node. What a reader that fails leaves in the out-address is nobody's reference.
+inline tarvo::Reference<IVaskPersistReader> nodeOf(IVaskPersistReader* reader, IVaskString* name) {
+    IVaskPersistReader* node = nullptr;
+    callReader(reader, &IVaskPersistReaderTable::GetNode, name, &node);
+    return tarvo::Reference<IVaskPersistReader>::adopt(node);
 }
 
 } // namespace TARVO

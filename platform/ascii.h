@@ -7,7 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace platform {
+namespace TARVO::platform {
 
 inline constexpr std::size_t kAsciiBlock = 16;
 
@@ -51,4 +51,4 @@ std::size_t copyAsciiFront(std::basic_string_view<From> text, To* target) {
     return done;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

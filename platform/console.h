@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace platform {
+namespace TARVO::platform {
 
 // The arguments that the program was started with, without its own name.
 std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
@@ -23,4 +23,4 @@ bool hasErrorTerminal();
 // The system that the program runs on and its version, for people.
 std::string systemDescription();
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -3,10 +3,10 @@
 // as an archive has a start of its own.
 #pragma once
 
-namespace platform {
+namespace TARVO::platform {
 
 // Defined by the layer above. Runs on the loading thread, perhaps under the system's loader lock,
 // and after every object with a constructor of its own was made.
 void libraryAttached() noexcept;
 
-} // namespace platform
+} // namespace TARVO::platform

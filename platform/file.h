@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-namespace platform {
+namespace TARVO::platform {
 
 enum class FileError {
     none,
@@ -98,4 +98,4 @@ std::u16string longPath(std::u16string_view path);
 // Are both there, and one and the same, however they are spelled?
 bool isSameFile(std::u16string_view one, std::u16string_view other);
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 #ifdef _WIN32
 inline constexpr char16_t kFolderSeparator = u'\\';
@@ -26,4 +26,4 @@ bool folderExists(std::u16string_view path);
 // Makes one folder below an existing one. False also if the name is taken.
 bool createFolder(std::u16string_view path);
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace platform {
+namespace TARVO::platform {
 
 // By character; -1 for what is no digit.
 inline constexpr auto kHexadecimalValues = [] {
@@ -24,4 +24,4 @@ constexpr int hexadecimalValue(char16_t c) {
     return c < kHexadecimalValues.size() ? kHexadecimalValues[c] : -1;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

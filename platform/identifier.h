@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace platform {
+namespace TARVO::platform {
 
 using IdentifierBytes = std::array<std::uint8_t, 16>;
 
@@ -24,4 +24,4 @@ std::optional<IdentifierBytes> classIdentifier(const char16_t* text);
 // In upper case.
 ClassText classText(const IdentifierBytes& bytes);
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 using ModuleHandle = void*;
 
@@ -52,4 +52,4 @@ std::u16string modulePathOf(const void* address);
 // can't be had.
 std::u16string ownModulePath();
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-namespace platform {
+namespace TARVO::platform {
 
 // Lets the calling thread rest for at least this long.
 void pauseFor(std::chrono::milliseconds time);
@@ -25,4 +25,4 @@ enum class Apartment {
 };
 Apartment currentApartment();
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -26,7 +26,7 @@
 #include <string_view>
 #include <utility>
 
-namespace platform {
+namespace TARVO::platform {
 
 enum class RegistryRoot {
     classesRoot, // the user's classes over the machine's, for reading alone
@@ -141,4 +141,4 @@ class RegistryBatch {
     bool isOpen_ = true;
 };
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -8,7 +8,7 @@
 #include <span>
 #include <string>
 
-namespace platform {
+namespace TARVO::platform {
 
 // A text up to its null character. Nothing if there is no such value, or it is no text or has no
 // bytes at all.
@@ -24,4 +24,4 @@ inline std::optional<std::u16string> readText(const SystemKey& key, const char16
     return text;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 // Appends UTF-8 as UTF-16, NUL characters included. Each malformed piece becomes one U+FFFD. A
 // piece is a lead byte with the continuation bytes behind it up to the one that makes it malformed,
@@ -27,4 +27,4 @@ void appendUtf8(std::u16string_view text, std::string& out);
 //   text  ends in a null character
 bool scanUUID(const char16_t* text, std::array<std::uint8_t, 16>& bytes);
 
-} // namespace platform
+} // namespace TARVO::platform

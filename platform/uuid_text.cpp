@@ -3,7 +3,7 @@
 #include "platform/hexadecimal.h"
 #include "platform/text.h"
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // White space as Windows classifies it for wide formatted input.
@@ -58,4 +58,4 @@ bool scanUUID(const char16_t* text, std::array<std::uint8_t, 16>& bytes) {
     return true;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

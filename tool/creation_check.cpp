@@ -60,9 +60,9 @@ class CreationCheck {
     }
 
     void checkRights() const {
-        if (!platform::isElevated())
+        if (!TARVO::platform::isElevated())
             return printStep("rights", "not elevated, so components of either scope are allowed");
-        if (platform::isWine())
+        if (TARVO::platform::isWine())
             return printStep("rights", "elevated as every process under Wine; all are allowed");
         std::uint32_t allUsers = 0;
         details_.table->isLocationAllUsers(details_.me, TARVO_LOCATION_INPROC64, &allUsers);
@@ -112,9 +112,10 @@ class CreationCheck {
 
     const char* comRoute() const {
         componentFlags();
-        const platform::Apartment apartment = platform::currentApartment();
-        const bool inProcess = apartment == platform::Apartment::multiThreaded ||
-                               (apartment == platform::Apartment::singleThreaded && flags_ != 0);
+        const TARVO::platform::Apartment apartment = TARVO::platform::currentApartment();
+        const bool inProcess =
+            apartment == TARVO::platform::Apartment::multiThreaded ||
+            (apartment == TARVO::platform::Apartment::singleThreaded && flags_ != 0);
         printStep("apartment",
                   inProcess ? "the calling thread's apartment lets it live in this process"
                             : "the calling thread is in no apartment that lets it live in this "
@@ -146,7 +147,7 @@ class CreationCheck {
     static void checkLibrary(const std::u16string& path, const char* code,
                              std::initializer_list<const char*> entryPoints) {
         checkFile(path, code);
-        const platform::LoadedModule module(path);
+        const TARVO::platform::LoadedModule module(path);
         if (!module)
             throw Obstacle{fmt::format("the system can't load the library: {} ({})",
                                        systemText(module.error().text), code),
@@ -173,7 +174,7 @@ class CreationCheck {
     }
 
     static void checkImport(const std::string& name, const char* code) {
-        if (!platform::LoadedModule(toUtf16(name)))
+        if (!TARVO::platform::LoadedModule(toUtf16(name)))
             throw Obstacle{
                 fmt::format("the library needs {}, which can't be loaded ({})", name, code),
                 "Install it beside the host or where the system looks."};

@@ -35,7 +35,7 @@ Definition::DefinedLibrary describe(IVaskIDLLibrary& library) {
 Definition::Definition(const Library& library, const std::string& path)
     : path_(std::filesystem::absolute(std::filesystem::path(toUtf16(path))).u16string()),
       parser_(toUtf16(library.folder() + "TARVOIDLParser.dll")) {
-    if (!platform::fileExists(path_))
+    if (!TARVO::platform::fileExists(path_))
         throw Failure("there is no file " + path);
     if (!parser_)
         throw Failure(fmt::format("cannot load the definition parser {}TARVOIDLParser.dll: {}; it "

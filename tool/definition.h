@@ -33,7 +33,7 @@ class Definition {
 
   private:
     std::u16string path_;
-    platform::LoadedModule parser_;
+    TARVO::platform::LoadedModule parser_;
     tarvo::Reference<IVaskIDLParseResult> result_; // goes before the parser
 };
 

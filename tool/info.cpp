@@ -44,7 +44,7 @@ void printInfo(bool asJson) {
     if (asJson) {
         const nlohmann::ordered_json info = {
             {"version", library.version()}, {"folder", library.folder()},
-            {"language", language},         {"system", platform::systemDescription()},
+            {"language", language},         {"system", TARVO::platform::systemDescription()},
             {"machine", machine},           {"user", user}};
         printOut("{}\n", info.dump(2));
         return;
@@ -53,7 +53,7 @@ void printInfo(bool asJson) {
     printOut("  folder    {}\n", library.folder());
     printOut("  language  {}\n",
              language.empty() ? "none: TARVOResource.DLL is missing" : language);
-    printOut("  system    {}\n", platform::systemDescription());
+    printOut("  system    {}\n", TARVO::platform::systemDescription());
     printScope("machine", machine);
     printScope("user", user);
 }

@@ -12,10 +12,11 @@ namespace tool {
 
 namespace {
 
-using platform::SystemKey;
+using TARVO::platform::SystemKey;
 
-platform::RegistryRoot rootOf(bool allUsers) {
-    return allUsers ? platform::RegistryRoot::localMachine : platform::RegistryRoot::currentUser;
+TARVO::platform::RegistryRoot rootOf(bool allUsers) {
+    return allUsers ? TARVO::platform::RegistryRoot::localMachine
+                    : TARVO::platform::RegistryRoot::currentUser;
 }
 
 [[noreturn]] void refuse(bool allUsers) {

@@ -12,9 +12,9 @@ namespace tool {
 
 std::string readFile(const std::string& path) {
     Progress::say("Reading " + path);
-    platform::OpenedFile opened = platform::File::openForReading(toUtf16(path));
+    TARVO::platform::OpenedFile opened = TARVO::platform::File::openForReading(toUtf16(path));
     TARVO::FileBytes bytes(opened.file);
-    if (opened.error != platform::FileError::none || !bytes.readAll())
+    if (opened.error != TARVO::platform::FileError::none || !bytes.readAll())
         throw Failure("cannot read " + path);
     return std::string(bytes.view());
 }

@@ -34,7 +34,7 @@ const TarvoEntryPoints& bindAny() {
     if (TARVO::newestInstallation())
         return bindNewest();
     const std::u16string path = Library::pathBesideTool();
-    if (!platform::fileExists(path))
+    if (!TARVO::platform::fileExists(path))
         throw Failure(fmt::format("TARVO not found: no installation is known, and there is no {}",
                                   toUtf8(path)));
     return bindBesideTool();
@@ -49,7 +49,7 @@ Library Library::besideTool() {
 }
 
 std::u16string Library::pathBesideTool() {
-    std::u16string path = platform::ownModulePath();
+    std::u16string path = TARVO::platform::ownModulePath();
     return path.erase(path.find_last_of(u"/\\") + 1).append(u"TARVO.dll");
 }
 

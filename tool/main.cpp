@@ -87,8 +87,8 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     try {
-        platform::useUtf8Console();
-        const ExitStatus status = parseAndRun(platform::utf8Arguments(argc, argv));
+        TARVO::platform::useUtf8Console();
+        const ExitStatus status = parseAndRun(TARVO::platform::utf8Arguments(argc, argv));
         if (std::fflush(stdout) == 0)
             return status;
         std::fputs("tarvo: cannot write the output\n", stderr);

@@ -177,7 +177,7 @@ class ManifestReader {
             return complain(place, "must not hold control characters");
         if (name.starts_with("Inproc")) {
             text = wholePath(text);
-            if (!platform::fileExists(toUtf16(text)))
+            if (!TARVO::platform::fileExists(toUtf16(text)))
                 return complain(place, "there is no file " + text);
         }
         manifest_.locations.emplace(static_cast<std::int32_t>(known - kLocationNames.begin()),

@@ -12,8 +12,8 @@ namespace tool {
 // may be on a drive that comes back.
 inline bool isGoneForGood(std::u16string_view path) {
     const std::size_t separator = path.find_last_of(u"/\\");
-    return separator != std::u16string_view::npos && !platform::fileExists(path) &&
-           platform::folderExists(path.substr(0, separator + 1));
+    return separator != std::u16string_view::npos && !TARVO::platform::fileExists(path) &&
+           TARVO::platform::folderExists(path.substr(0, separator + 1));
 }
 
 } // namespace tool

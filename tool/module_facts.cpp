@@ -14,7 +14,7 @@ namespace tool {
 
 namespace {
 
-constexpr bool kOnWindows = platform::kFolderSeparator == u'\\';
+constexpr bool kOnWindows = TARVO::platform::kFolderSeparator == u'\\';
 
 // The bytes of a file whose layout is little-endian; what lies beyond its end can't be read.
 class Image {
@@ -158,12 +158,12 @@ ModuleFacts examineImage(const Image& image) {
 } // namespace
 
 ModuleFacts examineModule(const std::u16string& path) {
-    platform::OpenedFile opened = platform::File::openForReading(path);
-    if (opened.error == platform::FileError::notFound ||
-        opened.error == platform::FileError::pathNotFound)
+    TARVO::platform::OpenedFile opened = TARVO::platform::File::openForReading(path);
+    if (opened.error == TARVO::platform::FileError::notFound ||
+        opened.error == TARVO::platform::FileError::pathNotFound)
         return {};
     TARVO::FileBytes bytes(opened.file);
-    if (opened.error != platform::FileError::none || !bytes.readAll())
+    if (opened.error != TARVO::platform::FileError::none || !bytes.readAll())
         return noLibrary("it can't be read");
     ModuleFacts facts = examineImage(Image(bytes.view()));
     facts.version = versionIn(bytes.view());

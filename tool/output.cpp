@@ -13,7 +13,7 @@ Progress* Progress::only_ = nullptr;
 
 Progress::Progress() {
     only_ = this;
-    if (platform::hasErrorTerminal())
+    if (TARVO::platform::hasErrorTerminal())
         thread_ = std::jthread([this](const std::stop_token& stop) { show(stop); });
 }
 
@@ -39,7 +39,7 @@ void Progress::end() {
 // Blanks write over what a longer line left, since not every console knows control sequences.
 void Progress::show(const std::stop_token& stop) {
     const auto write = [](const std::string& line) {
-        fmt::print(stderr, "\r{:<{}}\r{}", "", platform::consoleWidth() - 1, line);
+        fmt::print(stderr, "\r{:<{}}\r{}", "", TARVO::platform::consoleWidth() - 1, line);
         std::fflush(stderr);
     };
     bool shown = false;
@@ -47,7 +47,7 @@ void Progress::show(const std::stop_token& stop) {
     for (int seconds = 1; !stopped_.wait_for(lock, stop, 1s, [&] { return stop.stop_requested(); });
          ++seconds) {
         const std::string time = fmt::format(" ({} s)", seconds);
-        write(fitted(printable(what_), platform::consoleWidth() - 1 - time.size()) + time);
+        write(fitted(printable(what_), TARVO::platform::consoleWidth() - 1 - time.size()) + time);
         shown = true;
     }
     if (shown)

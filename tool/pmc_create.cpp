@@ -57,7 +57,7 @@ void createComponent(const std::string& name, std::uint32_t flags) {
         throw Failure("the component library reported success and gave no instance");
 
     const std::u16string module =
-        platform::modulePathOf(reinterpret_cast<const void*>(instance->table->addReference));
+        TARVO::platform::modulePathOf(reinterpret_cast<const void*>(instance->table->addReference));
     printOut("Created {}\n", printable(component.name));
     printOut("  {:<11} {}\n", "way",
              wayOf(component, module, toUtf16(library.folder() + "TARVOMarshal.dll")));

@@ -53,7 +53,7 @@ ordered_json asJson(const Component& component) {
 void printTable(const std::vector<Component>& components) {
     constexpr std::size_t kOthers = 2 + 6 + 2 + 7 + 2 + tarvo::UUID::kTextLength;
     constexpr std::size_t kLeast = 12;
-    const std::size_t room = std::max(platform::consoleWidth(), kOthers + kLeast) - kOthers;
+    const std::size_t room = std::max(TARVO::platform::consoleWidth(), kOthers + kLeast) - kOthers;
     std::size_t longest = kLeast;
     for (const Component& component : components)
         longest = std::max(longest, component.name.size());

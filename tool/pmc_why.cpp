@@ -60,7 +60,8 @@ std::optional<tarvo::UUID> resolveProgId(const Library& library, const std::stri
         else
             look(scopeTitle(allUsers), key ? valueOf(*key, lowered(progId)) : std::nullopt);
     }
-    for (const auto view : {platform::RegistryView::view32, platform::RegistryView::view64})
+    for (const auto view :
+         {TARVO::platform::RegistryView::view32, TARVO::platform::RegistryView::view64})
         look(viewName(view), classOfProgId(toUtf16(progId), view));
     return found ? tarvo::UUID::parse(toUtf16(*found)) : std::nullopt;
 }
@@ -97,7 +98,8 @@ Registrations describeRegistrations(const Library& library, const tarvo::UUID& u
                     (found.isNative ? "; each value that the user's scope has too is hidden" : ""));
         found.isNative = found.isNative || key;
     }
-    for (const auto view : {platform::RegistryView::view32, platform::RegistryView::view64}) {
+    for (const auto view :
+         {TARVO::platform::RegistryView::view32, TARVO::platform::RegistryView::view64}) {
         const SystemClass seen = examineClass(uuid, view);
         std::string text = seen.text;
         if (seen.exists && found.isNative)

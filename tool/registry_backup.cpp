@@ -17,7 +17,7 @@ namespace {
 std::u16string freeName(const std::u16string& path) {
     for (int number = 1;; ++number) {
         std::u16string name = path + u".damaged-" + toUtf16(std::to_string(number));
-        if (!platform::fileExists(name))
+        if (!TARVO::platform::fileExists(name))
             return name;
     }
 }
@@ -36,11 +36,11 @@ std::optional<Failure> faultOf(const std::u16string& path) {
 
 // The file is overwritten in place while nobody else has it, as a commit does.
 void overwrite(const std::u16string& from, const std::u16string& to) {
-    platform::OpenedFile source = platform::File::openForReading(from);
+    TARVO::platform::OpenedFile source = TARVO::platform::File::openForReading(from);
     TARVO::FileBytes bytes(source.file);
-    if (source.error != platform::FileError::none || !bytes.readAll())
+    if (source.error != TARVO::platform::FileError::none || !bytes.readAll())
         throw Failure("cannot read " + toUtf8(from));
-    platform::File target;
+    TARVO::platform::File target;
     require(TARVO::openRegistryExclusive(to, target), "cannot open " + toUtf8(to));
     const std::string_view text = bytes.view();
     if (!target || !target.seekTo(0) || target.write({text.data(), text.size()}) != text.size() ||
@@ -64,9 +64,9 @@ std::u16string wholeBackupOf(const std::u16string& path) {
 
 RestoredBackup putBackupBack(const std::u16string& path) {
     RestoredBackup restored{wholeBackupOf(path), {}};
-    if (platform::fileExists(path)) {
+    if (TARVO::platform::fileExists(path)) {
         restored.keptAs = freeName(path);
-        if (!platform::copyFileOver(path, restored.keptAs))
+        if (!TARVO::platform::copyFileOver(path, restored.keptAs))
             throw Failure("cannot copy " + toUtf8(path) + " to " + toUtf8(restored.keptAs));
     }
     overwrite(restored.backup, path);

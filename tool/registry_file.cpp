@@ -17,8 +17,8 @@ namespace tool {
 
 namespace {
 
-using platform::FileError;
 using TARVO::TarvoRegistry;
+using TARVO::platform::FileError;
 
 [[noreturn]] void failToRead(const std::u16string& path, FileError error) {
     const std::string attempt = "cannot read " + toUtf8(path);
@@ -33,14 +33,14 @@ using TARVO::TarvoRegistry;
 }
 
 // A commit holds a file for moments only; one that stays held for long is worth a message.
-platform::OpenedFile openPatiently(const std::u16string& path) {
+TARVO::platform::OpenedFile openPatiently(const std::u16string& path) {
     using namespace std::chrono_literals;
     constexpr int kAttempts = 50;
     Progress::say("Reading " + toUtf8(path));
-    platform::OpenedFile opened = platform::File::openForReading(path);
+    TARVO::platform::OpenedFile opened = TARVO::platform::File::openForReading(path);
     for (int i = 1; i < kAttempts && opened.error == FileError::sharingViolation; ++i) {
-        platform::pauseFor(100ms);
-        opened = platform::File::openForReading(path);
+        TARVO::platform::pauseFor(100ms);
+        opened = TARVO::platform::File::openForReading(path);
     }
     return opened;
 }
@@ -59,7 +59,7 @@ FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
 RegistryFile readRegistryFile(const std::u16string& path) {
     RegistryFile result;
     result.root = TarvoRegistry::makeRoot();
-    platform::OpenedFile opened = openPatiently(path);
+    TARVO::platform::OpenedFile opened = openPatiently(path);
     if (opened.error == FileError::notFound || opened.error == FileError::pathNotFound)
         return result;
     if (opened.error != FileError::none)

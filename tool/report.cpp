@@ -36,7 +36,8 @@ std::string_view takeLine(std::string_view& text, std::size_t columns) {
 }
 
 void printWrapped(std::string_view text, std::size_t left) {
-    const std::size_t columns = std::max<std::size_t>(platform::consoleWidth(), 60) - left - 1;
+    const std::size_t columns =
+        std::max<std::size_t>(TARVO::platform::consoleWidth(), 60) - left - 1;
     printOut("{}\n", takeLine(text, columns));
     while (!text.empty())
         printOut("{:{}}{}\n", "", left, takeLine(text, columns));

@@ -20,7 +20,7 @@ std::optional<Library> openLibrary(Checkup& checkup) {
     try {
         return Library();
     } catch (const Failure& failure) {
-        if (!newest || platform::fileExists(path)) // one that is missing has been reported
+        if (!newest || TARVO::platform::fileExists(path)) // one that is missing has been reported
             checkup.report({"library-unusable", toUtf8(path), reasonOf(failure) + ".",
                             "Install the package again.", ""});
     }
@@ -33,9 +33,9 @@ std::optional<Library> openLibrary(Checkup& checkup) {
 
 void noteProcess(Checkup& checkup) {
     checkup.beginSection("This process");
-    if (!platform::isElevated())
+    if (!TARVO::platform::isElevated())
         checkup.note("rights", "a user's; it creates components of either scope");
-    else if (platform::isWine())
+    else if (TARVO::platform::isWine())
         checkup.note("rights", "an administrator's, as every process under Wine");
     else
         checkup.note("rights", "an administrator's; a program with these rights creates only "

@@ -12,9 +12,9 @@ namespace tool {
 
 namespace {
 
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SystemKey;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SystemKey;
 
 constexpr RegistryRoot kRoots[] = {RegistryRoot::currentUser, RegistryRoot::localMachine};
 
@@ -26,7 +26,7 @@ bool isPublished(const SystemKey& classes, const char16_t* name, RegistryView vi
         classes.open((std::u16string(name) + u"\\InprocServer32").c_str(), view);
     if (!server)
         return false;
-    std::u16string path = platform::readText(server, nullptr).value_or(u"");
+    std::u16string path = TARVO::platform::readText(server, nullptr).value_or(u"");
     path.erase(0, path.find_last_of(u"/\\") + 1);
     return lowered(toUtf8(path)) == kClassFactory;
 }
@@ -36,7 +36,7 @@ std::set<tarvo::UUID> publishedIn(RegistryRoot root, RegistryView view) {
     const SystemKey classes = SystemKey::open(root, u"Software\\Classes\\CLSID", view);
     if (!classes)
         return published;
-    platform::SubkeyNames names(classes);
+    TARVO::platform::SubkeyNames names(classes);
     while (const char16_t* name = names.next())
         if (const auto uuid = tarvo::UUID::parse(name); uuid && isPublished(classes, name, view))
             published.insert(*uuid);

@@ -55,7 +55,7 @@ std::string faultOf(const Companion& companion, const std::u16string& path,
                     const ModuleFacts& facts) {
     if (!facts.fits)
         return fmt::format("it is no library for this system: {}", facts.kind);
-    const platform::LoadedModule module(path);
+    const TARVO::platform::LoadedModule module(path);
     if (!module)
         return fmt::format("the system can't load it: {}", systemText(module.error().text));
     for (const char* entryPoint : companion.entryPoints)
@@ -100,7 +100,7 @@ void examineCompanions(Checkup& checkup, const Library& library) {
     for (const Companion& companion : companions())
         examine(checkup, library, companion);
     const std::string categories = library.folder() + kComponentCategoriesFile;
-    const bool isThere = platform::fileExists(toUtf16(categories));
+    const bool isThere = TARVO::platform::fileExists(toUtf16(categories));
     checkup.note("definitions",
                  fmt::format("{}{}", isThere ? "" : "no ", kComponentCategoriesFile));
     if (!isThere)

@@ -99,7 +99,7 @@ std::string reasonOfChoice(const Installation& chosen) {
     const auto other = TARVO::installationOf(!chosen.allUsers);
     if (!other)
         return fmt::format("the {}'s, the only one", owner);
-    if (platform::hasFullElevation())
+    if (TARVO::platform::hasFullElevation())
         return "the machine's; a program with an administrator's full rights takes no other, since "
                "any program of the user's could have made the other known";
     if (chosen.version == other->version)
@@ -111,13 +111,15 @@ void examineChoice(Checkup& checkup) {
     if (const auto chosen = TARVO::newestInstallation())
         return checkup.note("chosen", reasonOfChoice(*chosen));
     checkup.note("chosen", "none");
-    const bool isHidden = TARVO::installationOf(false).has_value();
+    const bool takesMachinesAlone = TARVO::platform::hasFullElevation();
     checkup.report({"not-installed", "",
-                    isHidden ? "A program with an administrator's full rights, as this one, finds "
-                               "no TARVO: it takes the machine's installation alone."
-                             : "Programs find no TARVO: no installation is known.",
-                    isHidden ? "Run `tarvo setup install --scope machine`."
-                             : "Run `tarvo setup install`, with `--scope machine` for all users.",
+                    takesMachinesAlone
+                        ? "A program with an administrator's full rights, as this one, finds no "
+                          "TARVO: it takes the machine's installation alone."
+                        : "Programs find no TARVO: no installation is known.",
+                    takesMachinesAlone
+                        ? "Run `tarvo setup install --scope machine`."
+                        : "Run `tarvo setup install`, with `--scope machine` for all users.",
                     ""});
 }
 
@@ -129,7 +131,7 @@ void examineCopies(Checkup& checkup) {
         examineScope(checkup, allUsers);
     examineChoice(checkup);
     checkup.note("this tool", toUtf8(Library::pathBesideTool()) +
-                                  (platform::fileExists(Library::pathBesideTool())
+                                  (TARVO::platform::fileExists(Library::pathBesideTool())
                                        ? " is beside it"
                                        : " would be beside it, but is missing"));
 }

@@ -1,3 +1,4 @@
+#include "client/installation.h"
 #include "tool/component_categories.h"
 #include "tool/failure.h"
 #include "tool/installation_key.h"
@@ -12,6 +13,21 @@
 
 namespace tool {
 
+namespace {
+
+// Programs may well find another copy than the one that has just been made known.
+void tellWhatIsFound(const Library& library, const std::u16string& folder, bool allUsers) {
+    const std::string copy = fmt::format("TARVO {} in {}", library.version(), toUtf8(folder));
+    const auto found = TARVO::newestInstallation();
+    if (found && found->allUsers == allUsers)
+        return printOut("Programs find {} ({} scope).\n", copy, scopeName(allUsers));
+    printOut("{} is known now ({} scope), but a program with the rights of this one finds {}; "
+             "`tarvo setup check` tells why.\n",
+             copy, scopeName(allUsers), found ? toUtf8(found->folder) : "none");
+}
+
+} // namespace
+
 // The key comes last: programs find nothing that isn't whole.
 void installSetup(bool allUsers) {
     const Library library = Library::besideTool();
@@ -19,8 +35,7 @@ void installSetup(bool allUsers) {
     folder.pop_back(); // the separator
     registerComponentCategories(library, allUsers);
     writeInstallationKey(allUsers, folder, library.version());
-    printOut("Programs find TARVO {} in {} ({} scope).\n", library.version(), toUtf8(folder),
-             scopeName(allUsers));
+    tellWhatIsFound(library, folder, allUsers);
 }
 
 // The key goes first, so that it can go where the library is gone already.

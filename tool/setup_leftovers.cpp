@@ -72,7 +72,7 @@ class ScopeLeftovers {
         std::u16string valueName = toUtf16(name);
         valueName.front() = u'i'; // names are kept in lower case
         const std::u16string path = textOf(key, valueName);
-        if (path.find_first_of(u"/\\") == std::u16string::npos || platform::fileExists(path))
+        if (path.find_first_of(u"/\\") == std::u16string::npos || TARVO::platform::fileExists(path))
             return;
         const std::string id = toUtf8(key.name());
         Leftover leftover{

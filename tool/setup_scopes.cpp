@@ -14,8 +14,8 @@ namespace tool {
 
 namespace {
 
-using platform::File;
-using platform::FileError;
+using TARVO::platform::File;
+using TARVO::platform::FileError;
 
 bool isDamaged(const RegistryFile& file) {
     return file.fault || file.isCutOff;
@@ -106,7 +106,7 @@ class ScopeExamination {
 
     void examineRights() {
         const bool mayWrite = mayWriteFile() && mayWriteFolder();
-        const bool shouldWrite = !allUsers_ || platform::isElevated();
+        const bool shouldWrite = !allUsers_ || TARVO::platform::isElevated();
         checkup_.note("rights", mayWrite      ? "this user can change it"
                                 : shouldWrite ? "this user can't change it"
                                               : "only an administrator can change it");
@@ -127,11 +127,11 @@ class ScopeExamination {
     // A change makes a backup there, so it is tried with a file.
     bool mayWriteFolder() const {
         const std::u16string probe = path_ + u".probe";
-        platform::OpenedFile made = File::createExclusive(probe);
+        TARVO::platform::OpenedFile made = File::createExclusive(probe);
         if (made.error != FileError::none)
             return made.error == FileError::exists || made.error == FileError::sharingViolation;
         made.file.close();
-        return platform::removeFile(probe);
+        return TARVO::platform::removeFile(probe);
     }
 
     Checkup& checkup_;

@@ -167,11 +167,11 @@ void readTree(const json& root, TARVOPersistenceNode& target) {
 
 void writeFile(const std::string& path, std::span<const char> bytes) {
     const std::u16string filePath = toUtf16(path);
-    platform::OpenedFile opened = platform::File::openExclusive(filePath);
-    if (opened.error == platform::FileError::notFound)
-        opened = platform::File::createExclusive(filePath);
-    if (opened.error != platform::FileError::none || opened.file.write(bytes) != bytes.size() ||
-        !opened.file.truncateHere())
+    TARVO::platform::OpenedFile opened = TARVO::platform::File::openExclusive(filePath);
+    if (opened.error == TARVO::platform::FileError::notFound)
+        opened = TARVO::platform::File::createExclusive(filePath);
+    if (opened.error != TARVO::platform::FileError::none ||
+        opened.file.write(bytes) != bytes.size() || !opened.file.truncateHere())
         throw Failure("cannot write " + path);
 }
 

@@ -13,9 +13,9 @@ namespace tool {
 
 namespace {
 
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SystemKey;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SystemKey;
 
 namespace categories = TARVO::categories;
 
@@ -24,7 +24,7 @@ std::set<tarvo::UUID> categoriesOf(const SystemKey& classKey) {
     const SystemKey key = classKey.open(u"Implemented Categories");
     if (!key)
         return categories;
-    platform::SubkeyNames names(key);
+    TARVO::platform::SubkeyNames names(key);
     while (const char16_t* name = names.next())
         if (const auto category = TARVO::classIdentifier(name))
             categories.insert(tarvo::UUID(*category));
@@ -33,8 +33,9 @@ std::set<tarvo::UUID> categoriesOf(const SystemKey& classKey) {
 
 std::string threadingModel(const SystemKey& classKey) {
     const SystemKey server = classKey.open(u"InprocServer32");
-    return server ? lowered(toUtf8(platform::readText(server, u"ThreadingModel").value_or(u"")))
-                  : std::string();
+    return server
+               ? lowered(toUtf8(TARVO::platform::readText(server, u"ThreadingModel").value_or(u"")))
+               : std::string();
 }
 
 // Why a class is passed over; empty if it can be used.
@@ -79,8 +80,8 @@ std::optional<std::string> classOfProgId(const std::u16string& progId, RegistryV
     const SystemKey classKey = key ? key.open(u"CLSID", view) : SystemKey();
     if (!classKey)
         return std::nullopt;
-    const std::u16string text = platform::readText(classKey, nullptr).value_or(u"");
-    if (text.empty() || !platform::classIdentifier(text.c_str()))
+    const std::u16string text = TARVO::platform::readText(classKey, nullptr).value_or(u"");
+    if (text.empty() || !TARVO::platform::classIdentifier(text.c_str()))
         return std::nullopt;
     return lowered(toUtf8(text));
 }

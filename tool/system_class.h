@@ -15,11 +15,12 @@ struct SystemClass {
     std::string text; // for people: what it is, or why it can't be used
 };
 
-const char* viewName(platform::RegistryView view);
+const char* viewName(TARVO::platform::RegistryView view);
 
-SystemClass examineClass(const tarvo::UUID& uuid, platform::RegistryView view);
+SystemClass examineClass(const tarvo::UUID& uuid, TARVO::platform::RegistryView view);
 
 // The identifier of the class that a ProgID leads to in a view.
-std::optional<std::string> classOfProgId(const std::u16string& progId, platform::RegistryView view);
+std::optional<std::string> classOfProgId(const std::u16string& progId,
+                                         TARVO::platform::RegistryView view);
 
 } // namespace tool

@@ -11,13 +11,13 @@ namespace tool {
 
 inline std::string toUtf8(std::u16string_view text) {
     std::string utf8;
-    platform::appendUtf8(text, utf8);
+    TARVO::platform::appendUtf8(text, utf8);
     return utf8;
 }
 
 inline std::u16string toUtf16(std::string_view utf8) {
     std::u16string text;
-    platform::appendUtf16(utf8, text);
+    TARVO::platform::appendUtf16(utf8, text);
     return text;
 }
 

@@ -146,8 +146,9 @@ void printLibrary(const Library& tarvo, const TypeLibrary& library) {
     print("identifier", toUtf8(library.uuid.string()));
     if (!library.version.empty())
         print("version", printable(library.version));
-    print("definition", toUtf8(library.definitionPath) +
-                            (platform::fileExists(library.definitionPath) ? "" : " (missing)"));
+    print("definition",
+          toUtf8(library.definitionPath) +
+              (TARVO::platform::fileExists(library.definitionPath) ? "" : " (missing)"));
     for (const auto& [location, text] : library.locations)
         print(location.c_str(), printable(text));
     for (const auto& [kind, title] : kKinds)

@@ -1,5 +1,5 @@
-// The name under which a scope keeps the definition of a registered library: the identifier in upper
-// case. The definition parser finds the definitions that another one imports by it.
+// The name under which a scope keeps the definition of a registered library: the identifier in
+// upper case. The definition parser finds the definitions that another one imports by it.
 #pragma once
 
 #include "tarvo/uuid.hpp"

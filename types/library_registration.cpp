@@ -138,9 +138,10 @@ void writeLibraries(IVaskIDLParseResult& definition, const TypeKeys& keys,
                     const TarvoRegistry* registered, LibraryFiles& files) {
     const std::int32_t count = definition.table->getLibraryCount(definition.me);
     for (std::int32_t i = 0; i < count; ++i) {
-        Reference<IVaskIDLLibrary> library;
-        require(definition.table->getLibrary(definition.me, static_cast<std::uint32_t>(i),
-                                             library.out()));
+        IVaskIDLLibrary* handedOut = nullptr;
+        require(
+            definition.table->getLibrary(definition.me, static_cast<std::uint32_t>(i), &handedOut));
+        const auto library = Reference<IVaskIDLLibrary>::adopt(handedOut);
         LibraryWriter writer(keys, given(library.get()));
         const std::u16string version = versionOf(*library);
         if (isPassedOver(registered, writer.uuid(), version))

@@ -58,8 +58,8 @@ const TarvoEntryPoints* tarvoEntryPoints(void);
  * machine's alone, since any program of the user's could have written the other. The user's counts
  * if both have the same version. A later call binds anew without looking again.
  *   message  receives why it failed; may be null
- * True if all functions are bound and the version is new enough. In C++ it raises an exception
- * derived from std::exception if `set` of the message fails. */
+ * True if all functions are bound and the version is new enough. In C++ it raises
+ * tarvo::Error (error.hpp) with the code of the message's `set` if that fails. */
 bool loadTarvoLibrary(IVaskString* message);
 
 /* [one thread, before others are started] Tells whether the bound library is at least of the version

@@ -50,7 +50,7 @@ struct IVaskError {
 
 /* [any thread] Gives the text of a result code in the language of the installation. A code that
  * isn't known gets the text of RC_UNSPECIFIED. Where the resource library is missing, the text
- * consists of the code's name and number.
+ * consists of the code's name and number, and says so if the code isn't known.
  *   code         any result code
  *   description  to fill
  * RC_OK, RC_NULL_POINTER, otherwise what `set` of the text gave. */

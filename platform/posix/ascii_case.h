@@ -1,7 +1,7 @@
 // Names whose case doesn't count, where ASCII letters alone have case.
 #pragma once
 
-namespace platform {
+namespace TARVO::platform {
 
 template <typename Character>
 constexpr Character loweredAscii(Character c) {
@@ -9,4 +9,4 @@ constexpr Character loweredAscii(Character c) {
     return c >= Character{'A'} && c <= Character{'Z'} ? static_cast<Character>(c + distance) : c;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

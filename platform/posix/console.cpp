@@ -4,7 +4,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 std::vector<std::string> utf8Arguments(int argc, const char* const* argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
@@ -32,4 +32,4 @@ std::string systemDescription() {
     return std::string{name.sysname} + ' ' + name.release + ", " + name.machine;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

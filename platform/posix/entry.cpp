@@ -3,7 +3,7 @@
 namespace {
 
 [[gnu::constructor]] void attach() {
-    platform::libraryAttached();
+    TARVO::platform::libraryAttached();
 }
 
 } // namespace

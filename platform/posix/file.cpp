@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 FileError errorOf(int code) {
@@ -221,4 +221,4 @@ bool isSameFile(std::u16string_view one, std::u16string_view other) {
     return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

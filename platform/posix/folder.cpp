@@ -7,7 +7,7 @@
 #include <string>
 #include <sys/stat.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // Empty if there is no such place.
@@ -35,4 +35,4 @@ bool createFolder(std::u16string_view path) {
     return !place.found && place.folderFound && mkdir(place.path.c_str(), kFolderMode) == 0;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -7,7 +7,7 @@
 
 #include <new>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // Nothing if it can't be read.
@@ -159,4 +159,4 @@ void Hive::forget() {
     tree_.reset();
 }
 
-} // namespace platform
+} // namespace TARVO::platform

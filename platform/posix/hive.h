@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace TARVO::platform {
 
 class Hive {
   public:
@@ -60,4 +60,4 @@ class Hive {
     int batches_ = 0;
 };
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <optional>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 constexpr std::u16string_view kFirstLine = u"Windows Registry Editor Version 5.00";
@@ -339,4 +339,4 @@ std::string writeHive(const HiveKey& root, std::u16string_view rootName) {
     return writer.utf8();
 }
 
-} // namespace platform
+} // namespace TARVO::platform

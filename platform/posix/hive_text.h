@@ -19,7 +19,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 // False if the text can't be understood; the tree may hold any part of it then.
 //   rootName  what the path of every key begins with
@@ -27,4 +27,4 @@ bool readHive(std::string_view text, std::u16string_view rootName, HiveTree& tre
 
 std::string writeHive(const HiveKey& root, std::u16string_view rootName);
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 constexpr char16_t kSeparator = u'\\';
@@ -135,4 +135,4 @@ void HiveTree::createStandardKeys() {
     }
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace TARVO::platform {
 
 struct LessWithoutCase {
     using is_transparent = void;
@@ -75,4 +75,4 @@ class HiveTree {
     std::shared_ptr<HiveKey> root_ = std::make_shared<HiveKey>();
 };
 
-} // namespace platform
+} // namespace TARVO::platform

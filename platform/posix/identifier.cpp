@@ -8,7 +8,7 @@
 #include <sys/random.h>
 #include <system_error>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 constexpr std::u16string_view kClassDigits = u"0123456789ABCDEF";
@@ -70,4 +70,4 @@ ClassText classText(const IdentifierBytes& bytes) {
     return text;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

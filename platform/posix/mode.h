@@ -3,9 +3,9 @@
 
 #include <sys/stat.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 inline constexpr mode_t kFileMode = 0666;
 inline constexpr mode_t kFolderMode = 0777;
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 struct FreeText {
@@ -92,4 +92,4 @@ std::u16string ownModulePath() {
     return storedOwnPath();
 }
 
-} // namespace platform
+} // namespace TARVO::platform

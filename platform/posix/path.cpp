@@ -9,7 +9,7 @@
 #include <optional>
 #include <sys/stat.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 bool equalWithoutCase(std::string_view one, std::string_view other) {
@@ -79,4 +79,4 @@ FoundPath findPath(const std::string& path) {
     return result;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 std::string nativePath(std::u16string_view path);
 std::u16string fromNativePath(std::string_view path);
@@ -38,4 +38,4 @@ int onPath(const std::string& path, Function function) {
     return function(other.path.c_str());
 }
 
-} // namespace platform
+} // namespace TARVO::platform

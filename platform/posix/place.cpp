@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <sys/stat.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // The value of a variable that is an absolute path, else nothing. Programs that run with another's
@@ -47,4 +47,4 @@ bool isFolder(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace platform {
+namespace TARVO::platform {
 
 // Nothing if the variable isn't set. Empty if it names no place: never is the user's own machine
 // taken instead.
@@ -21,4 +21,4 @@ bool ensureFolder(const std::string& path);
 
 bool isFolder(const std::string& path);
 
-} // namespace platform
+} // namespace TARVO::platform

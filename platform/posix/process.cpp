@@ -3,7 +3,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 void pauseFor(std::chrono::milliseconds time) {
     std::this_thread::sleep_for(time);
@@ -25,4 +25,4 @@ Apartment currentApartment() {
     return Apartment::none;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // More than a tick of the clock that files get their times from.
@@ -117,4 +117,4 @@ bool replaceFile(const std::string& path, std::string_view text) {
     return false;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace TARVO::platform {
 
 // Tells whether a file is still the one that was read.
 class FileState {
@@ -53,4 +53,4 @@ bool mayReplaceFile(const std::string& path);
 // On failure the file is as it was.
 bool replaceFile(const std::string& path, std::string_view text);
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace platform {
+namespace TARVO::platform {
 
 // The way to the classes, where the views part.
 enum class Place { root, software, classes, elsewhere };
@@ -273,4 +273,4 @@ bool RegistryBatch::store() {
     return Hive::ofMachine().endBatch() && user;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -4,7 +4,7 @@
 
 #include "platform/ascii.h"
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -165,4 +165,4 @@ void appendUtf8(std::u16string_view text, std::string& out) {
     out.resize(static_cast<std::size_t>(target - out.data()));
 }
 
-} // namespace platform
+} // namespace TARVO::platform

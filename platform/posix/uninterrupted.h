@@ -3,7 +3,7 @@
 
 #include <cerrno>
 
-namespace platform {
+namespace TARVO::platform {
 
 // Repeats a call for as long as a signal breaks it off.
 template <typename Call>
@@ -15,4 +15,4 @@ auto uninterrupted(Call call) {
     return result;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -11,7 +11,7 @@
 
 #include <shellapi.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 struct FreeLocal {
@@ -80,4 +80,4 @@ std::string systemDescription() {
     return text;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

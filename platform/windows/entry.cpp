@@ -5,7 +5,7 @@
 // Exported through the module definition file.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH) {
-        platform::libraryAttached();
+        TARVO::platform::libraryAttached();
     }
     return TRUE;
 }

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // The system counts the bytes of one call in 32 bits.
@@ -167,6 +167,10 @@ bool removeFile(std::u16string_view path) {
 }
 
 std::u16string longPath(std::u16string_view path) {
+    // Wine puts the path into a buffer of its own, unasked whether it fits.
+    constexpr std::size_t kWineBuffer = 1024;
+    if (path.size() >= kWineBuffer)
+        return std::u16string{path};
     const std::wstring name = nativeText(path);
     std::wstring longName(GetLongPathNameW(name.c_str(), nullptr, 0), L'\0');
     const DWORD length = longName.empty() ? 0
@@ -186,4 +190,4 @@ bool isSameFile(std::u16string_view one, std::u16string_view other) {
            first->nFileIndexLow == second->nFileIndexLow;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 #include <array>
 #include <shlobj.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 std::u16string specialFolder(SpecialFolder which) {
     const int identifier =
@@ -26,4 +26,4 @@ bool createFolder(std::u16string_view path) {
     return CreateDirectoryW(nativeText(path).c_str(), nullptr) != 0;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

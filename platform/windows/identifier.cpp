@@ -6,7 +6,7 @@
 #include <bit>
 #include <objbase.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // The first three fields are numbers in the machine's order; the text prints them from the top.
@@ -40,4 +40,4 @@ ClassText classText(const IdentifierBytes& bytes) {
     return text;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -5,7 +5,7 @@
 // The linker's name for the place where this module is loaded, which is also its handle.
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 constexpr std::size_t kFirstPathSize = 1024;
@@ -69,4 +69,4 @@ std::u16string ownModulePath() {
     return pathOf(reinterpret_cast<HMODULE>(&__ImageBase));
 }
 
-} // namespace platform
+} // namespace TARVO::platform

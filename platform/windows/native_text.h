@@ -5,7 +5,7 @@
 #include <string_view>
 #include <windows.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 inline std::wstring nativeText(std::u16string_view text) {
     return {text.begin(), text.end()};
@@ -20,4 +20,4 @@ inline std::u16string fromNativeText(std::wstring_view text) {
     return {text.begin(), text.end()};
 }
 
-} // namespace platform
+} // namespace TARVO::platform

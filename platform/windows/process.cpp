@@ -3,7 +3,7 @@
 #include <objbase.h>
 #include <windows.h>
 
-namespace platform {
+namespace TARVO::platform {
 
 void pauseFor(std::chrono::milliseconds time) {
     Sleep(static_cast<DWORD>(time.count()));
@@ -67,4 +67,4 @@ Apartment currentApartment() {
     }
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -6,7 +6,7 @@
 #include <limits>
 #include <shlwapi.h>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 HKEY asKey(void* handle) {
@@ -161,4 +161,4 @@ bool RegistryBatch::store() {
     return true;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

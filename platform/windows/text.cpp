@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-namespace platform {
+namespace TARVO::platform {
 namespace {
 
 // The system counts in int, and wants all of a text at once: what a malformed piece becomes depends
@@ -50,4 +50,4 @@ void appendUtf8(std::u16string_view text, std::string& out) {
     out.resize(start + front + static_cast<std::size_t>(count));
 }
 
-} // namespace platform
+} // namespace TARVO::platform

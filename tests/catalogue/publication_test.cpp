@@ -21,7 +21,7 @@ void addClassLines(const SystemKey& key, const std::u16string& path, Lines& line
             continue;
         std::u16string text(value->bytes.size() / 2, u'\0');
         std::memcpy(text.data(), value->bytes.data(), text.size() * 2);
-        EXPECT_EQ(value->type, platform::kTextValue);
+        EXPECT_EQ(value->type, TARVO::platform::kTextValue);
         EXPECT_EQ(text.find(u'\0') + 1, text.size()) << shown << narrow(name);
         lines.insert(shown + ":" + narrow(name) + "=" + shortened(narrow(text.c_str())));
     }

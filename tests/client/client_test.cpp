@@ -15,7 +15,7 @@
 
 namespace {
 
-using platform::RegistryRoot;
+using TARVO::platform::RegistryRoot;
 using tests::narrow;
 
 constexpr const char16_t* kParent = u"Software\\Ostrandia\\TARVO";
@@ -47,14 +47,14 @@ class Client : public testing::Test {
 
     static void remove() {
         for (const auto root : {RegistryRoot::currentUser, RegistryRoot::localMachine}) {
-            const auto parent = platform::SystemKey::openForWriting(root, kParent);
+            const auto parent = TARVO::platform::SystemKey::openForWriting(root, kParent);
             if (parent)
                 parent.deleteTree(u"x64");
         }
     }
 
-    static platform::SystemKey installationKey(RegistryRoot root) {
-        return platform::SystemKey::openForWriting(root, u"Software")
+    static TARVO::platform::SystemKey installationKey(RegistryRoot root) {
+        return TARVO::platform::SystemKey::openForWriting(root, u"Software")
             .create(u"Ostrandia\\TARVO\\x64");
     }
 
@@ -62,7 +62,7 @@ class Client : public testing::Test {
         if (fake.empty())
             return;
         std::u16string folder;
-        platform::appendUtf16(TARVO_TEST_FAKES + fake, folder);
+        TARVO::platform::appendUtf16(TARVO_TEST_FAKES + fake, folder);
         const auto key = installationKey(root);
         ASSERT_TRUE(key.setText(nullptr, folder.c_str()));
         if (version != nullptr) {
@@ -97,9 +97,9 @@ TEST_F(Client, TakesTheNewestInstallationThatItMayTrust) {
             "TARVO not found - please check for a valid TARVO installation; none";
         const std::string ofMachine = *machine == '\0' ? notFound : "bound; 2.0.0.0";
         const std::string newest = std::string("bound; ") + found;
-        EXPECT_EQ(full.receive(), platform::hasFullElevation() ? ofMachine : newest);
+        EXPECT_EQ(full.receive(), TARVO::platform::hasFullElevation() ? ofMachine : newest);
         // Windows has no rights to give up that would change the process's own token.
-        if (!platform::isWine()) {
+        if (!TARVO::platform::isWine()) {
             EXPECT_EQ(lesser.receive(), newest);
         }
     }
@@ -138,8 +138,8 @@ TEST_F(Client, TellsWhyALibraryCannotServe) {
 TEST_F(Client, PassesOverAnInstallationWithoutAFolder) {
     const auto key = installationKey(RegistryRoot::localMachine);
     const std::byte number[4] = {};
-    for (const std::uint32_t type : {platform::kNumberValue, platform::kTextValue}) {
-        const std::size_t size = type == platform::kTextValue ? 0 : sizeof number;
+    for (const std::uint32_t type : {TARVO::platform::kNumberValue, TARVO::platform::kTextValue}) {
+        const std::size_t size = type == TARVO::platform::kTextValue ? 0 : sizeof number;
         ASSERT_TRUE(key.setValue(nullptr, type, {number, size}));
         support::Process client("client");
         EXPECT_EQ(client.receive().value_or("").substr(0, 15), "TARVO not found");

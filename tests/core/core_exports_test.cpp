@@ -114,15 +114,16 @@ TEST(Environment, TellsWhereThingsAre) {
     const std::u16string user = textOf(TARVO_CALL(getTarvoUserDataFolder));
     EXPECT_NE(machine, user);
     for (const std::u16string& data : {machine, user}) {
-        const std::u16string end = std::u16string(u"Ostrandia") + platform::kFolderSeparator +
-                                   u"TARVO" + platform::kFolderSeparator;
+        const std::u16string end = std::u16string(u"Ostrandia") +
+                                   TARVO::platform::kFolderSeparator + u"TARVO" +
+                                   TARVO::platform::kFolderSeparator;
         EXPECT_TRUE(data.ends_with(end)) << narrow(data);
-        EXPECT_TRUE(platform::folderExists(data)) << narrow(data);
+        EXPECT_TRUE(TARVO::platform::folderExists(data)) << narrow(data);
     }
     // A folder is looked for once: it isn't made again.
     std::filesystem::remove_all(std::filesystem::path(user));
     EXPECT_EQ(textOf(TARVO_CALL(getTarvoUserDataFolder)), user);
-    EXPECT_FALSE(platform::folderExists(user));
+    EXPECT_FALSE(TARVO::platform::folderExists(user));
 
     for (TarvoResult (*give)(IVaskString*) :
          {TarvoLibrary::get().find<getTarvoFolderFunction>("getTarvoFolder"),

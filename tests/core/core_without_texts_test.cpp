@@ -19,7 +19,7 @@ TEST(LibraryWithoutTexts, AnswersWithNamesAndNumbers) {
                         ("tarvo-alone-" + std::to_string(std::random_device()()));
     ASSERT_TRUE(std::filesystem::create_directory(folder));
     const std::u16string path = (folder / "TARVO.dll").u16string();
-    ASSERT_TRUE(platform::copyFileOver(wide(TARVO_TEST_LIBRARY), path));
+    ASSERT_TRUE(TARVO::platform::copyFileOver(wide(TARVO_TEST_LIBRARY), path));
     const TarvoLibrary alone(path);
 
     auto* describe = alone.find<getErrorDescriptionFunction>("getErrorDescription");
@@ -38,7 +38,7 @@ TEST(LibraryWithoutTexts, AnswersWithNamesAndNumbers) {
     tarvo::String language(u"before");
     EXPECT_EQ(alone.find<getTarvoLanguageFunction>("getTarvoLanguage")(language.pair()), RC_OK);
     EXPECT_EQ(language.text(), u"");
-    platform::freeModule(alone.module());
+    TARVO::platform::freeModule(alone.module());
     EXPECT_GT(std::filesystem::remove_all(folder), 1u);
 }
 

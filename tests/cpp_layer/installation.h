@@ -19,13 +19,14 @@ namespace tests {
 
 // The only one that programs of an administrator create components from.
 inline tarvo::Scope trustedScope() {
-    return platform::isElevated() ? tarvo::Scope::allUsers : tarvo::Scope::currentUser;
+    return TARVO::platform::isElevated() ? tarvo::Scope::allUsers : tarvo::Scope::currentUser;
 }
 
-inline platform::SystemKey installations() {
-    const auto root = platform::isElevated() ? platform::RegistryRoot::localMachine
-                                             : platform::RegistryRoot::currentUser;
-    return platform::SystemKey::openForWriting(root, u"Software").create(u"Ostrandia\\TARVO");
+inline TARVO::platform::SystemKey installations() {
+    const auto root = TARVO::platform::isElevated() ? TARVO::platform::RegistryRoot::localMachine
+                                                    : TARVO::platform::RegistryRoot::currentUser;
+    return TARVO::platform::SystemKey::openForWriting(root, u"Software")
+        .create(u"Ostrandia\\TARVO");
 }
 
 inline void installLibrary() {

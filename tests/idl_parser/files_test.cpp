@@ -69,8 +69,8 @@ TEST(DefinitionFiles, ImportEachOther) {
     };
     for (const auto& one : cases) {
         const TemporaryFolder folder;
-        platform::createFolder(folder / u"deep");
-        platform::createFolder(folder / u"deep/er");
+        TARVO::platform::createFolder(folder / u"deep");
+        TARVO::platform::createFolder(folder / u"deep/er");
         std::string_view messages = one.messages;
         std::string errors;
         for (auto [name, text] : one.files) {

@@ -20,8 +20,9 @@ namespace tests {
 using ParseResult = tarvo::Reference<IVaskIDLParseResult>;
 
 inline ParseResult parse(const char16_t* path) {
-    static auto* const function = reinterpret_cast<VaskIDLParseFunction*>(
-        platform::findSymbol(platform::loadModule(wide(PARSER_LIBRARY)), "VaskIDLParse"));
+    static auto* const function =
+        reinterpret_cast<VaskIDLParseFunction*>(TARVO::platform::findSymbol(
+            TARVO::platform::loadModule(wide(PARSER_LIBRARY)), "VaskIDLParse"));
     if (function == nullptr)
         std::abort();
     return ParseResult::adopt(function(path));
@@ -31,7 +32,7 @@ inline ParseResult parse(const char16_t* path) {
 inline std::string textIn(const TemporaryFolder& folder, const std::u16string& path) {
     std::string text = definitionText(parse(path.c_str()).get());
     std::string beginning;
-    platform::appendUtf8(folder / u"", beginning);
+    TARVO::platform::appendUtf8(folder / u"", beginning);
     for (std::size_t at; (at = text.find(beginning)) != std::string::npos;)
         text.erase(at, beginning.size());
     return text;

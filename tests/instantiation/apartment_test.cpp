@@ -7,13 +7,13 @@
 namespace {
 
 using namespace tests;
-using platform::Apartment;
+using TARVO::platform::Apartment;
 
 TEST(COMClass, IsCreatedWhereTheApartmentOfTheThreadAllowsIt) {
     const Module& marshal = marshalLibrary();
     Details details;
     details.locations = {{3, u"{}"}};
-    platform::removeFile(besideProgram(u"MORVEN.dll"));
+    TARVO::platform::removeFile(besideProgram(u"MORVEN.dll"));
     std::thread([&] {
         // Without the bridge the way in process fails, and the next call tries again.
         const support::JoinedApartment apartment(Apartment::multiThreaded);

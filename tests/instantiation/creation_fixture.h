@@ -71,24 +71,26 @@ class Details {
 // One of the modules of the test, as the library loads it.
 class Module {
   public:
-    explicit Module(const std::u16string& path) : module_(platform::loadModule(path)) {
+    explicit Module(const std::u16string& path) : module_(TARVO::platform::loadModule(path)) {
         EXPECT_NE(module_, nullptr);
     }
 
     std::string takeNotes() const {
-        return reinterpret_cast<takeNotesFunction*>(platform::findSymbol(module_, "takeNotes"))();
+        return reinterpret_cast<takeNotesFunction*>(
+            TARVO::platform::findSymbol(module_, "takeNotes"))();
     }
     void answerWith(const Answers& answers) const {
-        reinterpret_cast<answerWithFunction*>(platform::findSymbol(module_, "answerWith"))(answers);
+        reinterpret_cast<answerWithFunction*>(TARVO::platform::findSymbol(module_, "answerWith"))(
+            answers);
     }
 
   private:
-    platform::ModuleHandle module_;
+    TARVO::platform::ModuleHandle module_;
 };
 
 // The folder of the test program, where the marshal library and the COM bridge belong.
 inline std::u16string besideProgram(std::u16string_view name) {
-    const std::u16string program = platform::ownModulePath();
+    const std::u16string program = TARVO::platform::ownModulePath();
     return program.substr(0, program.find_last_of(u"/\\") + 1).append(name);
 }
 
@@ -131,12 +133,12 @@ inline void PrintTo(const Outcome& outcome, std::ostream* out) {
 // The marshal library, which is looked for until it is there.
 inline const Module& marshalLibrary() {
     static const Module module = [] {
-        platform::removeFile(besideProgram(u"TARVOMarshal.dll"));
+        TARVO::platform::removeFile(besideProgram(u"TARVOMarshal.dll"));
         Details details;
         details.locations = {{0, u"32.dll"}};
         EXPECT_EQ(create(details), Outcome(RC_UNSPECIFIED, Outcome::null));
-        EXPECT_TRUE(
-            platform::copyFileOver(builtModule("marshal.dll"), besideProgram(u"TARVOMarshal.dll")));
+        EXPECT_TRUE(TARVO::platform::copyFileOver(builtModule("marshal.dll"),
+                                                  besideProgram(u"TARVOMarshal.dll")));
         return Module(besideProgram(u"TARVOMarshal.dll"));
     }();
     return module;
@@ -144,8 +146,8 @@ inline const Module& marshalLibrary() {
 
 inline const Module& comBridge() {
     static const Module module = [] {
-        EXPECT_TRUE(
-            platform::copyFileOver(builtModule("component.dll"), besideProgram(u"MORVEN.dll")));
+        EXPECT_TRUE(TARVO::platform::copyFileOver(builtModule("component.dll"),
+                                                  besideProgram(u"MORVEN.dll")));
         return Module(besideProgram(u"MORVEN.dll"));
     }();
     return module;

@@ -8,7 +8,7 @@ namespace {
 using namespace tests;
 
 bool gateIsClosed() {
-    return platform::isElevated() && !platform::isWine();
+    return TARVO::platform::isElevated() && !TARVO::platform::isWine();
 }
 
 TEST(Creation, AsksInOrderAndLetsTheFirstLocationDecide) {
@@ -99,8 +99,8 @@ TEST(Creation, PassesOnWhatTheEntryPointGives) {
 TEST(Creation, LoadsALibraryOnceHoweverItsPathIsSpelled) {
     const std::u16string here = besideProgram(u"OnceOnly.dll");
     const std::u16string away = besideProgram(u"elsewhere.dll");
-    platform::removeFile(away);
-    ASSERT_TRUE(platform::copyFileOver(builtModule("component.dll"), here));
+    TARVO::platform::removeFile(away);
+    ASSERT_TRUE(TARVO::platform::copyFileOver(builtModule("component.dll"), here));
     Details details;
     details.locations = {{1, here}};
     EXPECT_EQ(create(details).result, TarvoResult{RC_OK});
@@ -112,10 +112,10 @@ TEST(Creation, LoadsALibraryOnceHoweverItsPathIsSpelled) {
 
     // A failure isn't kept.
     const std::u16string late = besideProgram(u"late.dll");
-    platform::removeFile(late);
+    TARVO::platform::removeFile(late);
     details.locations = {{1, late}};
     EXPECT_EQ(create(details).result, TarvoResult{RC_CANNOT_CREATE});
-    ASSERT_TRUE(platform::copyFileOver(builtModule("component.dll"), late));
+    ASSERT_TRUE(TARVO::platform::copyFileOver(builtModule("component.dll"), late));
     EXPECT_EQ(create(details).result, TarvoResult{RC_OK});
 }
 

@@ -7,7 +7,7 @@ using namespace tests;
 
 TEST(AMarshalLibrary, IsNotUsedIfANameIsMissing) {
     const std::u16string place = besideProgram(u"TARVOMarshal.dll");
-    ASSERT_TRUE(platform::copyFileOver(builtModule("incomplete.dll"), place));
+    ASSERT_TRUE(TARVO::platform::copyFileOver(builtModule("incomplete.dll"), place));
     Details details;
     details.locations = {{0, u"32.dll"}};
     EXPECT_EQ(create(details), Outcome(RC_UNSPECIFIED, Outcome::null));

@@ -88,10 +88,17 @@ class RecordingReader {
         return (self.inner_->table->*Slot)(self.inner_->me, names);
     }
 
+    // What a failing call leaves in an out-address is no reference.
+    template <class Pair>
+    static TarvoResult failWith(TarvoResult failure, Pair** out) {
+        *out = reinterpret_cast<Pair*>(out);
+        return failure;
+    }
+
     static TarvoResult getNode(void* me, IVaskString* name, IVaskPersistReader** node) {
         RecordingReader& self = of(me);
         if (self.fails("GetNode " + textOf(name)))
-            return self.recording_.failure;
+            return failWith(self.recording_.failure, node);
         tarvo::Reference<IVaskPersistReader> child;
         const TarvoResult result = self.inner_->table->GetNode(self.inner_->me, name, child.out());
         if (result == RC_OK)
@@ -102,7 +109,7 @@ class RecordingReader {
     static TarvoResult query(void* me, const TarvoUUID* id, IVaskInterface** out) {
         *out = nullptr;
         if (of(me).fails("queryInterface"))
-            return of(me).recording_.failure;
+            return failWith(of(me).recording_.failure, out);
         if (tarvo::UUID(*id) != tarvo::UUID(kIVaskPersistReaderId))
             return RC_NO_INTERFACE;
         ++of(me).references_;

@@ -7,7 +7,7 @@
 #include <ostream>
 #include <string>
 
-namespace platform {
+namespace TARVO::platform {
 
 inline std::string nameOf(FileError error) {
     switch (error) {
@@ -39,4 +39,4 @@ inline FileError errorOf(const OpenedFile& opened) {
     return opened.error;
 }
 
-} // namespace platform
+} // namespace TARVO::platform

@@ -10,8 +10,8 @@
 
 namespace {
 
-using platform::File;
-using platform::FileError;
+using TARVO::platform::File;
+using TARVO::platform::FileError;
 
 // What each way of opening gives. An open that succeeds is closed again at once.
 struct Errors {
@@ -134,12 +134,12 @@ TEST(File, CopiesOverAnExistingFile) {
     const std::string text(70'000, 'x'); // more than one buffer of a copy
     const auto from = folder.write(u"from", text);
     const auto to = folder / u"to";
-    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_TRUE(TARVO::platform::copyFileOver(from, to));
     EXPECT_EQ(folder.textOf(to), text);
 
     folder.write(u"from", "short");
     const File reader = File::openForReading(from).file;
-    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_TRUE(TARVO::platform::copyFileOver(from, to));
     EXPECT_EQ(folder.textOf(to), "short");
 }
 
@@ -149,9 +149,9 @@ TEST(File, CopiesAFileThatCannotBeWritten) {
     const auto from = folder.write(u"from", "text");
     const auto to = folder / u"to";
     std::filesystem::permissions(from, perms::owner_read);
-    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_TRUE(TARVO::platform::copyFileOver(from, to));
     EXPECT_NE(std::filesystem::status(to).permissions() & perms::owner_write, perms::none);
-    EXPECT_TRUE(platform::copyFileOver(from, to));
+    EXPECT_TRUE(TARVO::platform::copyFileOver(from, to));
     EXPECT_EQ(folder.textOf(to), "text");
     std::filesystem::permissions(from, perms::owner_all);
 }
@@ -160,18 +160,18 @@ TEST(File, CopiesNothingThatIsHeldMissingOrTheTargetItself) {
     const TemporaryFolder folder;
     const auto from = folder.write(u"from", "text");
     const auto to = folder.write(u"to", "old");
-    EXPECT_FALSE(platform::copyFileOver(folder / u"missing", to));
-    EXPECT_FALSE(platform::copyFileOver(from, folder / u"missing/to"));
-    EXPECT_FALSE(platform::copyFileOver(folder.path(), to));
-    EXPECT_FALSE(platform::copyFileOver(from, folder.path()));
-    EXPECT_FALSE(platform::copyFileOver(from, from));
+    EXPECT_FALSE(TARVO::platform::copyFileOver(folder / u"missing", to));
+    EXPECT_FALSE(TARVO::platform::copyFileOver(from, folder / u"missing/to"));
+    EXPECT_FALSE(TARVO::platform::copyFileOver(folder.path(), to));
+    EXPECT_FALSE(TARVO::platform::copyFileOver(from, folder.path()));
+    EXPECT_FALSE(TARVO::platform::copyFileOver(from, from));
     {
         const File writer = File::openExclusive(from).file;
-        EXPECT_FALSE(platform::copyFileOver(from, to));
+        EXPECT_FALSE(TARVO::platform::copyFileOver(from, to));
     }
     {
         const File reader = File::openForReading(to).file;
-        EXPECT_FALSE(platform::copyFileOver(from, to));
+        EXPECT_FALSE(TARVO::platform::copyFileOver(from, to));
     }
     EXPECT_EQ(folder.textOf(from), "text");
     EXPECT_EQ(folder.textOf(to), "old");
@@ -182,47 +182,48 @@ TEST(File, IsFoundAndRemovedByName) {
     const auto path = folder.write(u"file", "");
     {
         const File held = File::openExclusive(path).file;
-        EXPECT_TRUE(platform::fileExists(path));
+        EXPECT_TRUE(TARVO::platform::fileExists(path));
     }
-    EXPECT_TRUE(platform::removeFile(path));
-    EXPECT_FALSE(platform::fileExists(path));
-    EXPECT_FALSE(platform::removeFile(path));
-    EXPECT_FALSE(platform::removeFile(folder.path()));
-    EXPECT_TRUE(platform::fileExists(folder.path()));
+    EXPECT_TRUE(TARVO::platform::removeFile(path));
+    EXPECT_FALSE(TARVO::platform::fileExists(path));
+    EXPECT_FALSE(TARVO::platform::removeFile(path));
+    EXPECT_FALSE(TARVO::platform::removeFile(folder.path()));
+    EXPECT_TRUE(TARVO::platform::fileExists(folder.path()));
 }
 
 TEST(File, IsTheSameUnderAnotherSpelling) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(platform::createFolder(folder / u"sub"));
+    ASSERT_TRUE(TARVO::platform::createFolder(folder / u"sub"));
     const auto one = folder.write(u"one", "text");
     const auto other = folder.write(u"other", "text");
     const File held = File::openExclusive(one).file;
-    EXPECT_TRUE(platform::isSameFile(one, folder / u"sub/../one"));
-    EXPECT_TRUE(platform::isSameFile(one, folder / u"ONE"));
-    EXPECT_FALSE(platform::isSameFile(one, other));
-    EXPECT_FALSE(platform::isSameFile(one, folder / u"missing"));
-    EXPECT_FALSE(platform::isSameFile(folder / u"missing", folder / u"missing"));
+    EXPECT_TRUE(TARVO::platform::isSameFile(one, folder / u"sub/../one"));
+    EXPECT_TRUE(TARVO::platform::isSameFile(one, folder / u"ONE"));
+    EXPECT_FALSE(TARVO::platform::isSameFile(one, other));
+    EXPECT_FALSE(TARVO::platform::isSameFile(one, folder / u"missing"));
+    EXPECT_FALSE(TARVO::platform::isSameFile(folder / u"missing", folder / u"missing"));
 }
 
 TEST(File, IsFoundWhateverTheCase) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(platform::createFolder(folder / u"Some"));
-    ASSERT_TRUE(platform::createFolder(folder / u"Some/Folder"));
+    ASSERT_TRUE(TARVO::platform::createFolder(folder / u"Some"));
+    ASSERT_TRUE(TARVO::platform::createFolder(folder / u"Some/Folder"));
     const auto path = folder.write(u"Some/Folder/Name.Dat", "text");
     for (const auto* name :
          {u"some/folder/name.dat", u"SOME/FOLDER/NAME.DAT", u"Some//foLder/./NAME.dat"}) {
         const auto spelled = folder / name;
         EXPECT_EQ(errorsOf(spelled), (Errors{FileError::none, FileError::none, FileError::exists}));
-        EXPECT_TRUE(platform::fileExists(spelled));
-        EXPECT_TRUE(platform::copyFileOver(folder / u"Some/Folder/Name.Dat", folder / u"copy"));
-        EXPECT_FALSE(platform::copyFileOver(path, spelled));
+        EXPECT_TRUE(TARVO::platform::fileExists(spelled));
+        EXPECT_TRUE(
+            TARVO::platform::copyFileOver(folder / u"Some/Folder/Name.Dat", folder / u"copy"));
+        EXPECT_FALSE(TARVO::platform::copyFileOver(path, spelled));
     }
     // A new name is spelled as it is passed, in the folder that is there.
     EXPECT_EQ(errorOf(File::createExclusive(folder / u"some/FOLDER/New")), FileError::none);
-    EXPECT_TRUE(platform::copyFileOver(path, folder / u"SOME/folder/Copy"));
+    EXPECT_TRUE(TARVO::platform::copyFileOver(path, folder / u"SOME/folder/Copy"));
     EXPECT_EQ(namesIn(folder / u"Some/Folder"),
               (std::set<std::u16string>{u"Name.Dat", u"New", u"Copy"}));
-    EXPECT_TRUE(platform::removeFile(folder / u"some/folder/name.DAT"));
+    EXPECT_TRUE(TARVO::platform::removeFile(folder / u"some/folder/name.DAT"));
     EXPECT_EQ(namesIn(folder / u"Some/Folder"), (std::set<std::u16string>{u"New", u"Copy"}));
     EXPECT_EQ(errorsOf(folder / u"some/missing/name.dat").create, FileError::pathNotFound);
 }

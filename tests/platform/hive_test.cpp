@@ -12,15 +12,15 @@
 
 namespace {
 
-using platform::Hive;
-using platform::RegistryBatch;
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SystemKey;
 using support::Process;
 using support::storedValue;
 using support::subkeysOf;
 using support::textBytes;
+using TARVO::platform::Hive;
+using TARVO::platform::RegistryBatch;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SystemKey;
 
 constexpr RegistryRoot kUser = RegistryRoot::currentUser;
 constexpr RegistryRoot kMachine = RegistryRoot::localMachine;
@@ -131,7 +131,7 @@ TEST(Hive, IsReadOnceForAsLongAsItsFileStays) {
     EXPECT_EQ(hive.root(), hive.root());
     EXPECT_TRUE(setText(kUser, u"Key", u"", u"one"));
     // A file is trusted when it has become old enough to show the next change by its time.
-    platform::ReadOnlyHiveKey root = hive.root();
+    TARVO::platform::ReadOnlyHiveKey root = hive.root();
     for (auto next = hive.root(); next != root; next = hive.root()) {
         root = std::move(next);
     }

@@ -11,7 +11,7 @@ constexpr std::string_view kFirstLine = "Windows Registry Editor Version 5.00\n"
 
 // What would be written of a hive after it was read; nothing if it can't be read.
 std::optional<std::string> rewritten(std::string_view text) {
-    platform::HiveTree tree;
+    TARVO::platform::HiveTree tree;
     if (!readHive(text, u"HKEY_X", tree)) {
         return std::nullopt;
     }

@@ -25,22 +25,22 @@ class CurrentFolder {
     std::filesystem::path before_ = std::filesystem::current_path();
 };
 
-std::u16string pathToldBy(platform::ModuleHandle module) {
+std::u16string pathToldBy(TARVO::platform::ModuleHandle module) {
     const auto tell =
-        reinterpret_cast<const char16_t* (*)()>(platform::findSymbol(module, "modulePath"));
+        reinterpret_cast<const char16_t* (*)()>(TARVO::platform::findSymbol(module, "modulePath"));
     return tell ? tell() : u"";
 }
 
 TEST(Module, IsLoadedSearchedAndFreed) {
-    const auto module = platform::loadModule(kTestModule);
+    const auto module = TARVO::platform::loadModule(kTestModule);
     ASSERT_TRUE(module);
-    const auto answer = reinterpret_cast<int (*)()>(platform::findSymbol(module, "answer"));
+    const auto answer = reinterpret_cast<int (*)()>(TARVO::platform::findSymbol(module, "answer"));
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer(), 42);
-    EXPECT_EQ(platform::findSymbol(module, "question"), nullptr);
-    EXPECT_EQ(platform::findSymbol(module, "Answer"), nullptr);
-    platform::freeModule(module);
-    platform::freeModule(nullptr);
+    EXPECT_EQ(TARVO::platform::findSymbol(module, "question"), nullptr);
+    EXPECT_EQ(TARVO::platform::findSymbol(module, "Answer"), nullptr);
+    TARVO::platform::freeModule(module);
+    TARVO::platform::freeModule(nullptr);
 }
 
 TEST(Module, IsNotLoadedFromWhatIsNone) {
@@ -48,7 +48,7 @@ TEST(Module, IsNotLoadedFromWhatIsNone) {
     for (const auto& path :
          {folder / u"missing.dll", folder.path(), folder.write(u"text.dll", "no module"),
           std::u16string{TARVO_TEST_PIPE}, std::u16string{}}) {
-        const platform::LoadedModule module{path};
+        const TARVO::platform::LoadedModule module{path};
         EXPECT_FALSE(module);
         EXPECT_FALSE(module.error().text.empty());
     }
@@ -56,25 +56,25 @@ TEST(Module, IsNotLoadedFromWhatIsNone) {
 
 TEST(Module, IsFoundWhateverTheCase) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(platform::copyFileOver(kTestModule, folder / u"Mixed.Dll"));
-    const auto module = platform::loadModule(folder / u"mixed.dll");
+    ASSERT_TRUE(TARVO::platform::copyFileOver(kTestModule, folder / u"Mixed.Dll"));
+    const auto module = TARVO::platform::loadModule(folder / u"mixed.dll");
     ASSERT_TRUE(module);
-    EXPECT_TRUE(platform::isSameFile(pathToldBy(module), folder / u"Mixed.Dll"));
-    platform::freeModule(module);
+    EXPECT_TRUE(TARVO::platform::isSameFile(pathToldBy(module), folder / u"Mixed.Dll"));
+    TARVO::platform::freeModule(module);
 }
 
 // Alone in a process, since the module must not have been loaded before.
 void loadByRelativePath() {
     const TemporaryFolder folder;
-    platform::copyFileOver(kTestModule, folder / u"copy.dll");
+    TARVO::platform::copyFileOver(kTestModule, folder / u"copy.dll");
     std::u16string told;
     {
         const CurrentFolder inFolder{folder.path()};
-        const auto module = platform::loadModule(u"./copy.dll");
+        const auto module = TARVO::platform::loadModule(u"./copy.dll");
         const CurrentFolder elsewhere{std::filesystem::temp_directory_path()};
         told = pathToldBy(module);
     }
-    std::cout << platform::isSameFile(told, folder / u"copy.dll") << std::endl;
+    std::cout << TARVO::platform::isSameFile(told, folder / u"copy.dll") << std::endl;
 }
 const support::Role kRelativeLoader{"relative loader", loadByRelativePath};
 
@@ -84,18 +84,18 @@ TEST(Module, KnowsItsFullPathThoughItWasLoadedByARelativeOne) {
 
 void tellOwnPath() {
     std::string path;
-    platform::appendUtf8(platform::ownModulePath(), path);
+    TARVO::platform::appendUtf8(TARVO::platform::ownModulePath(), path);
     std::cout << path << std::endl;
 }
 const support::Role kPathTeller{"path teller", tellOwnPath};
 
 TEST(Module, KnowsThePathOfTheProgramThatItIs) {
     std::u16string told;
-    platform::appendUtf16(support::Process{"path teller"}.receive().value_or(""), told);
-    EXPECT_EQ(told, platform::ownModulePath());
+    TARVO::platform::appendUtf16(support::Process{"path teller"}.receive().value_or(""), told);
+    EXPECT_EQ(told, TARVO::platform::ownModulePath());
     EXPECT_TRUE(std::filesystem::path{told}.is_absolute());
     EXPECT_EQ(std::filesystem::path{told}.stem(), "test_platform");
-    EXPECT_FALSE(platform::isSameFile(told, kTestModule));
+    EXPECT_FALSE(TARVO::platform::isSameFile(told, kTestModule));
 }
 
 } // namespace

@@ -12,9 +12,9 @@
 
 namespace {
 
-using platform::File;
-using platform::FileError;
-using platform::SpecialFolder;
+using TARVO::platform::File;
+using TARVO::platform::FileError;
+using TARVO::platform::SpecialFolder;
 
 TEST(Posix, RefusesWhatIsNoFileWithoutWaiting) {
     for (const auto* path : {u"/dev/zero", TARVO_TEST_PIPE}) {
@@ -53,8 +53,10 @@ TEST(Posix, PlacesFoldersByTheEnvironment) {
         environment.set("TARVO_PLATFORM_ROOT", row.root);
         environment.set("XDG_DATA_HOME", row.data);
         environment.set("HOME", row.home);
-        const std::filesystem::path common{platform::specialFolder(SpecialFolder::commonAppData)};
-        const std::filesystem::path local{platform::specialFolder(SpecialFolder::localAppData)};
+        const std::filesystem::path common{
+            TARVO::platform::specialFolder(SpecialFolder::commonAppData)};
+        const std::filesystem::path local{
+            TARVO::platform::specialFolder(SpecialFolder::localAppData)};
         EXPECT_EQ(common.string(), row.common);
         EXPECT_EQ(local.string(), row.local);
         EXPECT_EQ(std::filesystem::is_directory(local), !row.local.empty());
@@ -81,14 +83,14 @@ TEST(Posix, LeavesALinkToNothingAlone) {
     EXPECT_EQ(File::openExclusive(folder / u"link").error, FileError::notFound);
     // Not `exists`: whoever takes turns between the two ways to open would never come to an end.
     EXPECT_EQ(File::createExclusive(folder / u"link").error, FileError::other);
-    EXPECT_FALSE(platform::fileExists(folder / u"link"));
+    EXPECT_FALSE(TARVO::platform::fileExists(folder / u"link"));
 }
 
 TEST(Posix, TakesALinkToItselfForSomethingThere) {
     const TemporaryFolder folder;
     std::filesystem::create_symlink("loop", folder / u"loop");
-    EXPECT_TRUE(platform::fileExists(folder / u"loop"));
-    EXPECT_FALSE(platform::fileExists(folder / std::u16string(300, u'n')));
+    EXPECT_TRUE(TARVO::platform::fileExists(folder / u"loop"));
+    EXPECT_FALSE(TARVO::platform::fileExists(folder / std::u16string(300, u'n')));
 }
 
 // A superuser may do everything, so this is told by a child that has given up such rights.

@@ -20,13 +20,13 @@
 
 namespace {
 
-using platform::File;
-using platform::FileError;
 using support::Process;
+using TARVO::platform::File;
+using TARVO::platform::FileError;
 using tests::narrow;
 using tests::wide;
 
-platform::OpenedFile openAs(std::string_view way, const std::u16string& path) {
+TARVO::platform::OpenedFile openAs(std::string_view way, const std::u16string& path) {
     if (way == "read") {
         return File::openForReading(path);
     }

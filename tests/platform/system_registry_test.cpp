@@ -14,17 +14,17 @@
 
 namespace {
 
-using platform::RegistryBatch;
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SubkeyNames;
-using platform::SystemKey;
 using support::Process;
 using support::ScratchKey;
 using support::storedValue;
 using support::StoredValue;
 using support::subkeysOf;
 using support::textBytes;
+using TARVO::platform::RegistryBatch;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SubkeyNames;
+using TARVO::platform::SystemKey;
 using tests::narrow;
 using tests::wide;
 
@@ -55,8 +55,8 @@ TEST(SystemRegistry, KeepsValuesOfAnyTypeAsTheyAre) {
         {u"half a pair", {1, textBytes(u"\xD83D")}},
         {u"long text", {1, textBytes(std::u16string(0x8000, u'x'))}},
         {u"nothing", {1, {}}},
-        {u"number", {platform::kNumberValue, {0xEF, 0xBE, 0xAD, 0xDE}}},
-        {u"short number", {platform::kNumberValue, {1, 2, 3}}},
+        {u"number", {TARVO::platform::kNumberValue, {0xEF, 0xBE, 0xAD, 0xDE}}},
+        {u"short number", {TARVO::platform::kNumberValue, {1, 2, 3}}},
         {u"bytes", {3, {0, 1, 254, 255}}},
         {u"no bytes", {3, {}}},
         {u"texts", {7, textBytes(std::u16string{u"a\0b\0", 4})}},
@@ -206,7 +206,7 @@ class MachineClass {
         return SystemKey::openForWriting(RegistryRoot::localMachine, u"Software\\Classes", view);
     }
 
-    std::u16string name_ = platform::classText(platform::newIdentifier()).data();
+    std::u16string name_ = TARVO::platform::classText(TARVO::platform::newIdentifier()).data();
 };
 
 TEST(SystemRegistry, HasClassesInTwoViews) {

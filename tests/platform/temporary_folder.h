@@ -16,12 +16,12 @@ class TemporaryFolder {
     TemporaryFolder() {
         constexpr char16_t digits[] = u"0123456789abcdef";
         std::u16string name = u"tarvo-";
-        for (const auto byte : platform::newIdentifier()) {
+        for (const auto byte : TARVO::platform::newIdentifier()) {
             name += digits[byte >> 4];
             name += digits[byte & 15];
         }
         path_ = (std::filesystem::temp_directory_path() / name).u16string();
-        if (!platform::createFolder(path_)) {
+        if (!TARVO::platform::createFolder(path_)) {
             throw std::runtime_error("no folder for temporary files");
         }
     }
@@ -35,7 +35,7 @@ class TemporaryFolder {
     const std::u16string& path() const { return path_; }
 
     std::u16string operator/(std::u16string_view name) const {
-        return path_ + platform::kFolderSeparator + std::u16string{name};
+        return path_ + TARVO::platform::kFolderSeparator + std::u16string{name};
     }
 
     std::u16string write(std::u16string_view name, std::string_view text) const {

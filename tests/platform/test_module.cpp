@@ -6,7 +6,7 @@
 extern "C" {
 
 TARVO_EXPORT const char16_t* modulePath() {
-    static const std::u16string path = platform::ownModulePath();
+    static const std::u16string path = TARVO::platform::ownModulePath();
     return path.c_str();
 }
 

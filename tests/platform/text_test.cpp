@@ -10,13 +10,13 @@ using namespace std::string_view_literals;
 
 std::u16string utf16(std::string_view text) {
     std::u16string result;
-    platform::appendUtf16(text, result);
+    TARVO::platform::appendUtf16(text, result);
     return result;
 }
 
 std::string utf8(std::u16string_view text) {
     std::string result;
-    platform::appendUtf8(text, result);
+    TARVO::platform::appendUtf8(text, result);
     return result;
 }
 
@@ -44,14 +44,14 @@ TEST(Text, ConvertsEveryCharacterThereAndBack) {
 
 TEST(Text, IsAppended) {
     std::u16string wide = u"a";
-    platform::appendUtf16("", wide);
-    platform::appendUtf16("b\xC3\xBC", wide);
-    platform::appendUtf16("\0c"sv, wide);
+    TARVO::platform::appendUtf16("", wide);
+    TARVO::platform::appendUtf16("b\xC3\xBC", wide);
+    TARVO::platform::appendUtf16("\0c"sv, wide);
     EXPECT_EQ(wide, u"ab\u00FC\0c"sv);
     std::string narrow = "a";
-    platform::appendUtf8(u"", narrow);
-    platform::appendUtf8(u"b\u00FC", narrow);
-    platform::appendUtf8(u"\0c"sv, narrow);
+    TARVO::platform::appendUtf8(u"", narrow);
+    TARVO::platform::appendUtf8(u"b\u00FC", narrow);
+    TARVO::platform::appendUtf8(u"\0c"sv, narrow);
     EXPECT_EQ(narrow, "ab\xC3\xBC\0c"sv);
 }
 

@@ -24,7 +24,7 @@ TEST(CommitFailure, ChangesNothingThatCannotBeBackedUp) {
     setScope(Scope::user, "");
     const Writer writer = newWriter();
     setText(keyWriter(writer, u"/"), u"v", u"2");
-    platform::File held = platform::File::openExclusive(file.u16string()).file;
+    TARVO::platform::File held = TARVO::platform::File::openExclusive(file.u16string()).file;
     EXPECT_EQ(commitOf(writer), RC_NO_DATA_FOLDER); // gives up after ten seconds
     held.close();
     const std::string before = fileText(file);

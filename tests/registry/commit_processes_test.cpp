@@ -88,13 +88,13 @@ TEST(CommitOfProcesses, LosesNothingAndIsSeenWhole) {
 // Holds the user's registry file until the next line: to read it at "read", else alone.
 void holdFile() {
     const std::u16string path = registryFile(Scope::user).u16string();
-    platform::OpenedFile held;
+    TARVO::platform::OpenedFile held;
     for (std::string line; std::getline(std::cin, line);) {
         held.file.close();
         if (line == "read")
-            held = platform::File::openForReading(path);
+            held = TARVO::platform::File::openForReading(path);
         else if (line == "write")
-            held = platform::File::openExclusive(path);
+            held = TARVO::platform::File::openExclusive(path);
         std::cout << (held.file ? "held" : "free") << std::endl;
     }
 }

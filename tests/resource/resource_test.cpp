@@ -14,19 +14,19 @@ class Resource : public testing::Test {
   protected:
     void SetUp() override {
         std::u16string path;
-        platform::appendUtf16(RESOURCE_LIBRARY, path);
-        module_ = platform::loadModule(path);
+        TARVO::platform::appendUtf16(RESOURCE_LIBRARY, path);
+        module_ = TARVO::platform::loadModule(path);
         ASSERT_NE(module_, nullptr);
         getResource_ = reinterpret_cast<const char16_t* (*)(std::uint32_t)>(
-            platform::findSymbol(module_, "getResource"));
+            TARVO::platform::findSymbol(module_, "getResource"));
         ASSERT_NE(getResource_, nullptr);
     }
-    void TearDown() override { platform::freeModule(module_); }
+    void TearDown() override { TARVO::platform::freeModule(module_); }
 
     const char16_t* text(std::uint32_t index) const { return getResource_(index); }
 
   private:
-    platform::ModuleHandle module_ = nullptr;
+    TARVO::platform::ModuleHandle module_ = nullptr;
     const char16_t* (*getResource_)(std::uint32_t) = nullptr;
 };
 

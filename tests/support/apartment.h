@@ -15,7 +15,7 @@ inline constexpr bool kHasApartments = false;
 // neither.
 class JoinedApartment {
   public:
-    explicit JoinedApartment(platform::Apartment kind);
+    explicit JoinedApartment(TARVO::platform::Apartment kind);
     JoinedApartment(const JoinedApartment&) = delete;
     JoinedApartment& operator=(const JoinedApartment&) = delete;
     ~JoinedApartment();

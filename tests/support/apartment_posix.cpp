@@ -2,7 +2,7 @@
 
 namespace support {
 
-JoinedApartment::JoinedApartment(platform::Apartment) {}
+JoinedApartment::JoinedApartment(TARVO::platform::Apartment) {}
 JoinedApartment::~JoinedApartment() = default;
 
 } // namespace support

@@ -5,10 +5,10 @@
 
 namespace support {
 
-JoinedApartment::JoinedApartment(platform::Apartment kind) {
-    if (kind == platform::Apartment::none)
+JoinedApartment::JoinedApartment(TARVO::platform::Apartment kind) {
+    if (kind == TARVO::platform::Apartment::none)
         return;
-    const bool single = kind == platform::Apartment::singleThreaded;
+    const bool single = kind == TARVO::platform::Apartment::singleThreaded;
     joined_ = SUCCEEDED(
         CoInitializeEx(nullptr, single ? COINIT_APARTMENTTHREADED : COINIT_MULTITHREADED));
 }

@@ -15,9 +15,9 @@
 
 namespace tests {
 
-using platform::RegistryRoot;
-using platform::RegistryView;
-using platform::SystemKey;
+using TARVO::platform::RegistryRoot;
+using TARVO::platform::RegistryView;
+using TARVO::platform::SystemKey;
 using Details = tarvo::Reference<IVaskPMCRegistrationDetails>;
 using Enumerator = tarvo::Reference<IVaskPMCEnumerator>;
 using Collection = tarvo::Reference<ITarvoCollection>;
@@ -30,7 +30,7 @@ inline std::u16string idText(std::uint8_t number) {
     return id(number).string();
 }
 inline std::u16string classText(const tarvo::UUID& uuid) {
-    return platform::classText(std::bit_cast<platform::IdentifierBytes>(uuid)).data();
+    return TARVO::platform::classText(std::bit_cast<TARVO::platform::IdentifierBytes>(uuid)).data();
 }
 inline std::u16string classText(std::uint8_t number) {
     return classText(id(number));
@@ -81,7 +81,7 @@ class SystemClasses {
     ~SystemClasses() { clear(); }
 
     void clear() {
-        platform::RegistryBatch batch;
+        TARVO::platform::RegistryBatch batch;
         for (const auto root : {RegistryRoot::currentUser, RegistryRoot::localMachine})
             for (const auto view : {RegistryView::view32, RegistryView::view64})
                 for (const std::u16string& path : made_)

@@ -25,7 +25,7 @@ std::string textOf(Object* object, Slot slot, Arguments... arguments) {
     tarvo::String text;
     require(slot(object->me, arguments..., text.pair()) == RC_OK);
     std::string narrow;
-    platform::appendUtf8(text.text(), narrow);
+    TARVO::platform::appendUtf8(text.text(), narrow);
     return narrow;
 }
 
@@ -70,7 +70,7 @@ class Writer {
         const tarvo::UUID uuid = *table->getUUID(object->me);
         std::string list;
         if (!uuid.isNil())
-            platform::appendUtf8(u", uuid(" + uuid.string().substr(1, 36) + u")", list);
+            TARVO::platform::appendUtf8(u", uuid(" + uuid.string().substr(1, 36) + u")", list);
         for (std::int32_t i = 0; i < table->getAttributeCount(object->me); ++i)
             list += ", " + attribute(object, static_cast<std::uint32_t>(i));
         if (!list.empty())

@@ -34,7 +34,7 @@ Pipe makePipe() {
 ChildProcess startSelf(std::string_view first, std::string_view second) {
     std::signal(SIGPIPE, SIG_IGN); // a child may end before it has read all
     std::string program;
-    platform::appendUtf8(platform::ownModulePath(), program);
+    TARVO::platform::appendUtf8(TARVO::platform::ownModulePath(), program);
     // Not the path: a program need not be told how it was found.
     std::string name = "child";
     std::string firstText{first};

@@ -36,7 +36,7 @@ void passOn(HANDLE handle) {
 } // namespace
 
 ChildProcess startSelf(std::string_view first, std::string_view second) {
-    const std::u16string path = platform::ownModulePath();
+    const std::u16string path = TARVO::platform::ownModulePath();
     const std::wstring program{path.begin(), path.end()};
     std::wstring command = L"child";
     for (const auto argument : {first, second}) {

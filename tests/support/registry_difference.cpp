@@ -1,6 +1,7 @@
 #include "tests/support/registry_difference.h"
 
 #include "registry/registry_parser.h"
+#include "tarvo/result.h"
 #include "tests/support/registry_oracle.h"
 
 #include <algorithm>
@@ -111,6 +112,19 @@ std::string treeDifference(const TarvoRegistry& node, const OracleNode& expected
     return difference;
 }
 
+// As the oracle tells it.
+std::int32_t numberOf(ParseOutcome outcome) {
+    switch (outcome) {
+    case ParseOutcome::complete:
+        return 0;
+    case ParseOutcome::unchanged:
+        return -1;
+    case ParseOutcome::malformed:
+        break;
+    }
+    return RC_BAD_REGISTRY_FILE;
+}
+
 ParseOutcome parseInPieces(RegistryParser& parser, std::string_view bytes, std::size_t pieceSize) {
     auto outcome = ParseOutcome::complete;
     for (std::size_t end = 0; outcome == ParseOutcome::complete && end < bytes.size();) {
@@ -124,7 +138,7 @@ std::string parseDifference(std::string_view bytes, std::u16string_view knownId,
                             const OracleResult& expected, std::size_t pieceSize) {
     const tarvo::Reference<TarvoRegistry> root = TarvoRegistry::makeRoot();
     RegistryParser parser(root, std::u16string(knownId));
-    const auto result = static_cast<std::int32_t>(parseInPieces(parser, bytes, pieceSize));
+    const auto result = numberOf(parseInPieces(parser, bytes, pieceSize));
     if (result != expected.result) {
         return "result " + std::to_string(result) + " in the place of " +
                std::to_string(expected.result);

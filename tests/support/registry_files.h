@@ -31,10 +31,10 @@ inline std::filesystem::path registryFile(Scope scope) {
 
 // Writes a file as a commit does: nobody reads it meanwhile.
 inline void writeFile(const std::filesystem::path& path, std::string_view bytes) {
-    using platform::File;
-    using platform::FileError;
+    using TARVO::platform::File;
+    using TARVO::platform::FileError;
     const std::u16string name = path.u16string();
-    platform::OpenedFile opened;
+    TARVO::platform::OpenedFile opened;
     do {
         opened = File::openExclusive(name);
         if (opened.error == FileError::notFound)

@@ -78,7 +78,7 @@ std::string characterOf(std::string_view reference) {
 
 std::u16string wideTextOf(std::string_view bytes) {
     std::u16string text;
-    platform::appendUtf16(decodeEntitiesByExpression(bytes), text);
+    TARVO::platform::appendUtf16(decodeEntitiesByExpression(bytes), text);
     return text.substr(0, text.find(u'\0'));
 }
 

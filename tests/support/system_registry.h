@@ -39,7 +39,7 @@ inline void PrintTo(const StoredValue& value, std::ostream* out) {
 }
 
 // As a caller reads: first the size, then the bytes.
-inline std::optional<StoredValue> storedValue(const platform::SystemKey& key,
+inline std::optional<StoredValue> storedValue(const TARVO::platform::SystemKey& key,
                                               const char16_t* name) {
     const auto found = key.findValue(name);
     if (!found) {
@@ -50,13 +50,14 @@ inline std::optional<StoredValue> storedValue(const platform::SystemKey& key,
     return read ? std::optional{StoredValue{read->type, bytes}} : std::nullopt;
 }
 
-inline bool store(const platform::SystemKey& key, const char16_t* name, const StoredValue& value) {
+inline bool store(const TARVO::platform::SystemKey& key, const char16_t* name,
+                  const StoredValue& value) {
     return key.setValue(name, value.type, std::as_bytes(std::span{value.bytes}));
 }
 
-inline std::vector<std::u16string> subkeysOf(const platform::SystemKey& key) {
+inline std::vector<std::u16string> subkeysOf(const TARVO::platform::SystemKey& key) {
     std::vector<std::u16string> result;
-    for (platform::SubkeyNames names{key}; const char16_t* name = names.next();) {
+    for (TARVO::platform::SubkeyNames names{key}; const char16_t* name = names.next();) {
         result.emplace_back(name);
     }
     return result;
@@ -65,7 +66,7 @@ inline std::vector<std::u16string> subkeysOf(const platform::SystemKey& key) {
 // A key of the user's with a name of its own, gone with the object.
 class ScratchKey {
   public:
-    ScratchKey() : name_{platform::classText(platform::newIdentifier()).data()} {
+    ScratchKey() : name_{TARVO::platform::classText(TARVO::platform::newIdentifier()).data()} {
         if (!forWriting()) {
             throw std::runtime_error("no key for a test in the system registry");
         }
@@ -77,15 +78,16 @@ class ScratchKey {
     // Below HKEY_CURRENT_USER.
     std::u16string path() const { return u"Software\\" + name_; }
 
-    platform::SystemKey forReading() const {
-        return platform::SystemKey::open(platform::RegistryRoot::currentUser, path().c_str());
+    TARVO::platform::SystemKey forReading() const {
+        return TARVO::platform::SystemKey::open(TARVO::platform::RegistryRoot::currentUser,
+                                                path().c_str());
     }
-    platform::SystemKey forWriting() const { return software().create(name_.c_str()); }
+    TARVO::platform::SystemKey forWriting() const { return software().create(name_.c_str()); }
 
   private:
-    static platform::SystemKey software() {
-        return platform::SystemKey::openForWriting(platform::RegistryRoot::currentUser,
-                                                   u"Software");
+    static TARVO::platform::SystemKey software() {
+        return TARVO::platform::SystemKey::openForWriting(
+            TARVO::platform::RegistryRoot::currentUser, u"Software");
     }
 
     std::u16string name_;

@@ -24,7 +24,7 @@ class TarvoLibrary {
         return library;
     }
 
-    explicit TarvoLibrary(const std::u16string& path) : module_(platform::loadModule(path)) {
+    explicit TarvoLibrary(const std::u16string& path) : module_(TARVO::platform::loadModule(path)) {
         if (module_ == nullptr) {
             std::cerr << "can't load " << narrow(path) << "\n";
             std::abort();
@@ -34,13 +34,13 @@ class TarvoLibrary {
     // The function of this name; null if the library doesn't export it.
     template <class Function>
     Function* find(const char* name) const {
-        return reinterpret_cast<Function*>(platform::findSymbol(module_, name));
+        return reinterpret_cast<Function*>(TARVO::platform::findSymbol(module_, name));
     }
 
-    platform::ModuleHandle module() const { return module_; }
+    TARVO::platform::ModuleHandle module() const { return module_; }
 
   private:
-    platform::ModuleHandle module_;
+    TARVO::platform::ModuleHandle module_;
 };
 
 } // namespace tests

@@ -10,13 +10,13 @@ namespace tests {
 
 inline std::u16string wide(std::string_view text) {
     std::u16string result;
-    platform::appendUtf16(text, result);
+    TARVO::platform::appendUtf16(text, result);
     return result;
 }
 
 inline std::string narrow(std::u16string_view text) {
     std::string result;
-    platform::appendUtf8(text, result);
+    TARVO::platform::appendUtf8(text, result);
     return result;
 }
 

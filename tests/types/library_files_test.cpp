@@ -27,19 +27,19 @@ TEST(LibraryFiles, ComeAndGoBesideTheRegistryFile) {
     files.retire(u"missing.tidl");
     files.retire(u"retired.tidl");
     EXPECT_EQ(files.copyStaged(registry), RC_OK);
-    EXPECT_TRUE(platform::fileExists(data / u"retired.tidl"));
+    EXPECT_TRUE(TARVO::platform::fileExists(data / u"retired.tidl"));
     EXPECT_EQ(files.removeRetired(registry), RC_OK);
     EXPECT_EQ(TemporaryFolder::textOf(data / u"new.tidl"), "new");
     EXPECT_EQ(TemporaryFolder::textOf(data / u"old.tidl"), "newer");
     EXPECT_EQ(TemporaryFolder::textOf(data / u"own.tidl"), "own");
-    EXPECT_FALSE(platform::fileExists(data / u"retired.tidl"));
+    EXPECT_FALSE(TARVO::platform::fileExists(data / u"retired.tidl"));
 
     EXPECT_EQ(files.removeRetired(u"registry.dat"), RC_NOT_FOUND);
     files.clear();
-    platform::removeFile(data / u"new.tidl");
+    TARVO::platform::removeFile(data / u"new.tidl");
     EXPECT_EQ(files.copyStaged(registry), RC_OK);
     EXPECT_EQ(files.removeRetired(u"registry.dat"), RC_OK);
-    EXPECT_FALSE(platform::fileExists(data / u"new.tidl"));
+    EXPECT_FALSE(TARVO::platform::fileExists(data / u"new.tidl"));
 }
 
 // Two at the same time, since each is tried for ten seconds: a source that is gone, and a target

@@ -47,9 +47,9 @@ class LibraryRegistration : public testing::Test {
         const std::u16string place =
             library.substr(0, library.rfind(u'/') + 1) + u"TARVOIDLParser.dll";
         Scenario scenario;
-        platform::removeFile(place);
+        TARVO::platform::removeFile(place);
         EXPECT_EQ(registerLibrary(newWriter(), scenario), RC_PARSER_FAILED);
-        ASSERT_TRUE(platform::copyFileOver(wide(TARVO_TEST_PARSER), place));
+        ASSERT_TRUE(TARVO::platform::copyFileOver(wide(TARVO_TEST_PARSER), place));
     }
     void SetUp() override {
         removeScope(Scope::user);
