@@ -29,12 +29,12 @@ class Counted : public I {
     std::atomic<ULONG> references_ = 1;
 };
 
-class Nothing final : public Counted<IUnknown> {};
+class Class final : public Counted<IUnknown> {};
 
 class Factory final : public Counted<IClassFactory> {
   public:
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** instance) override {
-        auto* made = new (std::nothrow) Nothing;
+        auto* made = new (std::nothrow) Class;
         if (made == nullptr)
             return E_OUTOFMEMORY;
         const HRESULT result = made->QueryInterface(id, instance);
