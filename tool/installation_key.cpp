@@ -1,6 +1,7 @@
 #include "tool/installation_key.h"
 
 #include "client/installation.h"
+#include "platform/process.h"
 #include "platform/system_registry.h"
 #include "tool/failure.h"
 #include "tool/scope.h"
@@ -20,9 +21,11 @@ TARVO::platform::RegistryRoot rootOf(bool allUsers) {
 }
 
 [[noreturn]] void refuse(bool allUsers) {
-    throw Failure(fmt::format("cannot write the {}'s part of the system's registry{}",
+    throw Failure(fmt::format("cannot write the {}'s part of the system's registry: {}",
                               scopeName(allUsers),
-                              allUsers ? "; that needs an administrator, on Linux root" : ""));
+                              allUsers && !TARVO::platform::isElevated()
+                                  ? "that needs an administrator, on Linux root"
+                                  : "it is damaged, or somebody else holds or protects it"));
 }
 
 } // namespace
@@ -44,9 +47,11 @@ bool removeInstallationKey(bool allUsers) {
     const std::u16string path = TARVO::kInstallationKey;
     const std::size_t last = path.rfind(u'\\');
     const auto parent = SystemKey::openForWriting(rootOf(allUsers), path.substr(0, last).c_str());
-    if (!parent || !parent.deleteTree(path.substr(last + 1).c_str()))
+    if (parent && parent.deleteTree(path.substr(last + 1).c_str()))
+        return true;
+    if (hasInstallationKey(allUsers))
         refuse(allUsers);
-    return true;
+    return false; // another process was faster
 }
 
 bool hasInstallationKey(bool allUsers) {

@@ -31,6 +31,8 @@ std::optional<Failure> faultOf(const std::u16string& path) {
         return Failure(describeFault(path, *backup.fault), RC_BAD_REGISTRY_FILE);
     if (backup.isCutOff)
         return Failure("the backup itself is cut off: " + toUtf8(path));
+    if (backup.isBlank)
+        return Failure("the backup holds nothing: " + toUtf8(path));
     return std::nullopt;
 }
 

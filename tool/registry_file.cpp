@@ -45,8 +45,10 @@ TARVO::platform::OpenedFile openPatiently(const std::u16string& path) {
     return opened;
 }
 
-bool isEmpty(const TarvoRegistry& root) {
-    return root.subKeys.size() + root.values.size() == 0;
+// "<registry/>", which somebody wrote by hand.
+bool isEmptyElement(std::string_view bytes) {
+    const std::size_t start = bytes.find("<registry");
+    return start != std::string_view::npos && bytes.find('>', start) == bytes.find("/>", start) + 1;
 }
 
 FileFault locate(const TARVO::MarkupFault& fault, std::string_view bytes) {
@@ -74,7 +76,8 @@ RegistryFile readRegistryFile(const std::u16string& path) {
         result.root = nullptr;
         result.fault = locate(parser.fault(), bytes);
     } else {
-        result.isCutOff = !isEmpty(*result.root) && TARVO::isCutOff(bytes);
+        result.isBlank = bytes.empty();
+        result.isCutOff = !result.isBlank && TARVO::isCutOff(bytes) && !isEmptyElement(bytes);
     }
     return result;
 }
@@ -94,8 +97,10 @@ std::string describeContent(const RegistryFile& file) {
         values += key.values.size();
         key.subKeys.forEach([&](const TarvoRegistry& child) { ahead.push_back(&child); });
     }
-    return fmt::format("{}, keys: {}, values: {}", file.isCutOff ? "cut off" : "well-formed", keys,
-                       values);
+    const char* state = !file.isCutOff       ? "well-formed"
+                        : keys + values == 0 ? "without a registry"
+                                             : "cut off";
+    return fmt::format("{}, keys: {}, values: {}", state, keys, values);
 }
 
 std::string describeState(const RegistryFile& file) {

@@ -19,7 +19,8 @@ struct FileFault {
 
 struct RegistryFile {
     bool isThere = false;
-    bool isCutOff = false; // its end is missing; the library takes what there is
+    bool isBlank = false;  // without a byte, as before the first commit
+    bool isCutOff = false; // its end, or all of it, is missing; the library takes what there is
     tarvo::Reference<TARVO::TarvoRegistry> root; // null if the file is malformed
     std::optional<FileFault> fault;
 };

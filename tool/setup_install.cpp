@@ -1,4 +1,5 @@
 #include "client/installation.h"
+#include "platform/file.h"
 #include "tool/component_categories.h"
 #include "tool/failure.h"
 #include "tool/installation_key.h"
@@ -26,6 +27,19 @@ void tellWhatIsFound(const Library& library, const std::u16string& folder, bool 
              copy, scopeName(allUsers), found ? toUtf8(found->folder) : "none");
 }
 
+// Another copy is removed by itself, or when its library is gone.
+void refuseIfOther(bool allUsers) {
+    const auto known = TARVO::installationOf(allUsers);
+    if (!known)
+        return;
+    const std::u16string path = TARVO::libraryPath(*known);
+    const std::u16string own = Library::pathBesideTool();
+    if (path != own && TARVO::platform::fileExists(path) && !TARVO::platform::isSameFile(path, own))
+        throw Failure(fmt::format("the {} scope's installation is another copy, in {}; run `tarvo "
+                                  "setup remove` there",
+                                  scopeName(allUsers), toUtf8(known->folder)));
+}
+
 } // namespace
 
 // The key comes last: programs find nothing that isn't whole.
@@ -33,13 +47,21 @@ void installSetup(bool allUsers) {
     const Library library = Library::besideTool();
     std::u16string folder = toUtf16(library.folder());
     folder.pop_back(); // the separator
+    const bool areNew = !isRegisteredIn(ScopeWriter(library, allUsers), kComponentCategories);
     registerComponentCategories(library, allUsers);
-    writeInstallationKey(allUsers, folder, library.version());
+    try {
+        writeInstallationKey(allUsers, folder, library.version());
+    } catch (const Failure&) {
+        if (areNew)
+            unregisterFrom(library, kComponentCategories, allUsers);
+        throw;
+    }
     tellWhatIsFound(library, folder, allUsers);
 }
 
 // The key goes first, so that it can go where the library is gone already.
 void removeSetup(bool allUsers) {
+    refuseIfOther(allUsers);
     if (!removeInstallationKey(allUsers))
         throw Failure(fmt::format("no installation is known in the {} scope", scopeName(allUsers)));
     unregisterFrom(Library::besideTool(), kComponentCategories, allUsers);

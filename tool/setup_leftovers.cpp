@@ -117,8 +117,7 @@ class ScopeLeftovers {
                   fmt::format(
                       "The category {} lists {}, which {} ({} scope).", toUtf8(category.name()), id,
                       trees_.hasKey(component) ? "isn't of it" : "isn't registered", scope()),
-                  fmt::format("Run `tarvo registry delete {} {} --scope {}`.", path, id, scope()),
-                  ""},
+                  adviceToDelete(path, id), ""},
                  "It is no longer listed.",
                  [id, path](const ScopeWriter& writer) {
                      writer.deleteValue(path, id);
@@ -134,13 +133,20 @@ class ScopeLeftovers {
             {{"progid-leftover", progId,
               fmt::format("The ProgID {} leads to {}, which isn't registered ({} scope).", progId,
                           toUtf8(value.text()), scope()),
-              fmt::format("Run `tarvo registry delete /components/progids {} --scope {}`.", progId,
-                          scope()),
-              ""},
+              adviceToDelete("/components/progids", progId), ""},
              "The ProgID is removed.",
              [progId](const ScopeWriter& writer) {
                  writer.deleteValue("/components/progids", progId);
              }});
+    }
+
+    // A command is advised only where a shell takes the names as they are: anybody may have
+    // registered them.
+    std::string adviceToDelete(const std::string& path, const std::string& name) const {
+        const std::string plain = "abcdefghijklmnopqrstuvwxyz0123456789._-{}/";
+        if ((path + name).find_first_not_of(plain) != std::string::npos || name.starts_with('-'))
+            return "Run `tarvo setup check --fix`.";
+        return fmt::format("Run `tarvo registry delete {} {} --scope {}`.", path, name, scope());
     }
 
     // The class that is published stands for the component of both scopes, and would go too.

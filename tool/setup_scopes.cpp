@@ -52,12 +52,13 @@ class ScopeExamination {
         checkup_.note("file", toUtf8(path_));
         const auto file = read(path_);
         checkup_.note("state", file ? describeState(*file) : "can't be read");
-        if (!file || !isDamaged(*file))
+        if (!file || (!isDamaged(*file) && !(file->isBlank && hasWholeBackup())))
             return;
         const std::string text =
-            file->fault ? describeFault(path_, *file->fault) +
-                              "; nothing of this scope is seen, and it can't be changed."
-                        : toUtf8(path_) + " is cut off: what was behind its end is missing.";
+            file->fault
+                ? describeFault(path_, *file->fault) +
+                      "; nothing of this scope is seen, and it can't be changed."
+                : toUtf8(path_) + " is cut off, overwritten or empty: what it lacks isn't seen.";
         const char* kind = file->fault ? "registry-malformed" : "registry-cut-off";
         if (hasWholeBackup())
             checkup_.report({kind, toUtf8(path_), text,
