@@ -14,9 +14,7 @@ void addComponent(CLI::App* command, PmcOptions& options) {
 }
 
 void addFlags(CLI::App* command, PmcOptions& options) {
-    command
-        ->add_option("--flags", options.flags,
-                     "1 creates what is bound to an apartment on the calling thread; 0 if left out")
+    command->add_option("--flags", options.flags, "1 allows what is bound to an apartment")
         ->type_name("N");
 }
 
@@ -55,7 +53,7 @@ void addUnregister(CLI::App& pmc, PmcOptions& options) {
     remove->add_option("UUID", options.component, "Its identifier")->required()->type_name("");
     remove->add_option("--location", options.location, "One location alone")
         ->check(CLI::IsMember({"Inproc32", "Inproc64", "Remote", "Local"}).description(""))
-        ->type_name("NAME");
+        ->type_name("Inproc32|Inproc64|Remote|Local");
     addScope(remove, options.scope);
     remove->footer("With its last location the component goes as a whole.\n\n"
                    "Example: tarvo pmc unregister {2f8cbd30-41b5-4a80-8d5e-6a0a9c1f3c11}");
@@ -74,8 +72,7 @@ void addCreate(CLI::App& pmc, PmcOptions& options) {
 }
 
 void addWhy(CLI::App& pmc, PmcOptions& options) {
-    CLI::App* why =
-        pmc.add_subcommand("why", "Explains why a component is found and created, or is not");
+    CLI::App* why = pmc.add_subcommand("why", "Explains why a component is created, or is not");
     addComponent(why, options);
     addFlags(why, options);
     why->footer("Goes the way of a host's request step by step; the last lines say how it ends.\n\n"

@@ -3,6 +3,9 @@
 #include "tool/commands.h"
 #include "tool/scope_option.h"
 
+#include <array>
+#include <cstddef>
+
 namespace tool {
 
 namespace {
@@ -34,8 +37,8 @@ void addVerify(CLI::App& registry, RegistryOptions& options) {
         registry.add_subcommand("verify", "Finds the first fault of a registry file");
     verify->add_option("FILE", options.file, "The file")->required()->type_name("");
     verify->footer(
-        "Prints file:line:column: reason for a malformed file. The exit status is 1 then, and for\n"
-        "a file whose end is missing.\n\n"
+        "Prints file:line:column: reason for a malformed file. The exit status is 1 then,\n"
+        "and for a file whose end is missing.\n\n"
         "Example: tarvo registry verify registry.dat.backup");
     verify->callback([&] { options.faultFound = !verifyRegistryFile(options.file); });
 }
@@ -56,14 +59,20 @@ void addSet(CLI::App& registry, RegistryOptions& options) {
     set->add_option("NAME", options.name, "The value's name")->required()->type_name("");
     CLI::Option* value =
         set->add_option("VALUE", options.value, "What it is to hold")->type_name("");
-    CLI::Option_group* type = set->add_option_group("Type");
-    type->add_flag("--string", options.isString, "A text, as it is without any of these");
-    type->add_flag("--integer", options.isInteger, "A whole number of 32 bits");
-    type->add_flag("--uuid", options.isUuid, "An identifier, in braces");
-    type->add_flag("--empty", options.isEmpty, "Nothing; there is no VALUE then");
-    type->require_option(0, 1);
+    const std::array types = {
+        set->add_flag("--string", options.isString, "A text, as it is without any of these"),
+        set->add_flag("--integer", options.isInteger, "A whole number of 32 bits"),
+        set->add_flag("--uuid", options.isUuid, "An identifier, in braces"),
+        set->add_flag("--empty", options.isEmpty, "Nothing; there is no VALUE then"),
+    };
+    for (std::size_t i = 0; i < types.size(); ++i)
+        for (std::size_t other = 0; other < i; ++other)
+            types[i]->excludes(types[other]);
+    for (CLI::Option* type : types)
+        type->option_text(" "); // in place of a list of the others, which the footer tells of
     addScope(set, options.scope);
-    set->footer("Example: tarvo registry set /my/settings size --integer 12");
+    set->footer("At most one of --string, --integer, --uuid and --empty can be given.\n\n"
+                "Example: tarvo registry set /my/settings size --integer 12");
     set->callback([&options, value] {
         if (options.isEmpty == (value->count() > 0))
             throw CLI::ValidationError(options.isEmpty ? "--empty takes no VALUE"
@@ -108,10 +117,9 @@ void addImport(CLI::App& registry, RegistryOptions& options) {
     take->add_option("PATH", options.path, "The key to import into; if left out, the root")
         ->type_name("");
     addScope(take, options.scope);
-    take->footer(
-        "All is set at once, or nothing if the file has a mistake. What is there and not in\n"
-        "the file stays.\n\n"
-        "Example: tarvo registry import settings.json /my/settings");
+    take->footer("All is set at once, or nothing if the file has a mistake. What is there and not\n"
+                 "in the file stays.\n\n"
+                 "Example: tarvo registry import settings.json /my/settings");
     take->callback([&] { importRegistry(options.file, options.path, scopeNamed(options.scope)); });
 }
 

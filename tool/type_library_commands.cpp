@@ -7,6 +7,9 @@ namespace tool {
 
 namespace {
 
+constexpr const char* kRemoveExample =
+    "Example: tarvo library location remove {0f6a52c8-93f1-4b57-8d1e-6f2b7a90c4d3} Inproc64";
+
 void addFile(CLI::App* command, TypeLibraryOptions& options) {
     command->add_option("FILE", options.file, "A definition file")->required()->type_name("");
 }
@@ -70,13 +73,14 @@ void addUnregister(CLI::App& library, TypeLibraryOptions& options) {
 void addLocation(CLI::App& library, TypeLibraryOptions& options) {
     CLI::App* location = library.add_subcommand("location", "Where a library's code is");
     location->require_subcommand(1);
-    location->footer("Example: tarvo library location remove {…} Inproc64");
+    location->footer(kRemoveExample);
     CLI::App* set = location->add_subcommand("set", "Sets a location");
     addUuid(set, options);
     addLocationName(set, options);
     set->add_option("TEXT", options.text, "A path or an identifier")->required()->type_name("");
     addScope(set, options.scope);
-    set->footer("Example: tarvo library location set {…} Inproc64 /opt/clocks/clocks.dll");
+    set->footer("Example: tarvo library location set {0f6a52c8-93f1-4b57-8d1e-6f2b7a90c4d3} "
+                "Inproc64 clocks.dll");
     set->callback([&] {
         setTypeLibraryLocation(options.library, options.location, options.text,
                                options.scope == "machine");
@@ -85,7 +89,7 @@ void addLocation(CLI::App& library, TypeLibraryOptions& options) {
     addUuid(remove, options);
     addLocationName(remove, options);
     addScope(remove, options.scope);
-    remove->footer("Example: tarvo library location remove {…} Inproc64");
+    remove->footer(kRemoveExample);
     remove->callback([&] {
         removeTypeLibraryLocation(options.library, options.location, options.scope == "machine");
     });
