@@ -60,6 +60,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     bool json = false;
     CLI::App app("Shows, checks and changes what TARVO keeps on this machine.", "tarvo");
     app.footer("Example: tarvo registry show");
+    app.set_version_flag("--version", "tarvo " TARVO_VERSION, "Print this tool's version and exit");
     app.get_formatter()->column_width(28);
     app.allow_windows_style_options(false); // a path of the registry begins with a slash
     app.require_subcommand(1);
