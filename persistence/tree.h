@@ -39,7 +39,7 @@ struct TARVOPersistenceValue {
     template <class Fill>
     void fill(std::uint32_t kind, Fill&& fill) {
         [&]<std::size_t... Kinds>(std::index_sequence<Kinds...>) {
-            ((Kinds == kind && (fill(content.emplace<Kinds>()), true)) || ...);
+            static_cast<void>(((Kinds == kind && (fill(content.emplace<Kinds>()), true)) || ...));
         }
         (std::make_index_sequence<std::variant_size_v<Content>>());
     }
