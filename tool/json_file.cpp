@@ -7,6 +7,9 @@
 #include "tool/text.h"
 
 #include <fmt/format.h>
+#include <optional>
+#include <set>
+#include <vector>
 
 namespace tool {
 
@@ -19,10 +22,44 @@ std::string readFile(const std::string& path) {
     return std::string(bytes.view());
 }
 
-nlohmann::json readJson(const std::string& path) {
+namespace {
+
+using nlohmann::json;
+
+// Hears what a parser comes upon, and keeps the first name that one object has twice.
+class Repetition {
+  public:
+    bool operator()(json::parse_event_t event, const json& parsed) {
+        if (event == json::parse_event_t::object_start)
+            open_.emplace_back();
+        else if (event == json::parse_event_t::object_end)
+            open_.pop_back();
+        else if (event == json::parse_event_t::key && !name_ &&
+                 !open_.back().insert(parsed.get<std::string>()).second)
+            name_ = parsed.get<std::string>();
+        return true;
+    }
+
+    const std::optional<std::string>& name() const { return name_; }
+
+  private:
+    std::vector<std::set<std::string>> open_; // the names of each object that has begun
+    std::optional<std::string> name_;
+};
+
+} // namespace
+
+json readJson(const std::string& path) {
     const std::string bytes = readFile(path);
     try {
-        return nlohmann::json::parse(bytes);
+        Repetition repetition;
+        json parsed = json::parse(bytes, [&](int, json::parse_event_t event, const json& value) {
+            return repetition(event, value);
+        });
+        if (repetition.name())
+            throw Failure(
+                fmt::format("{}: an object has two members \"{}\"", path, *repetition.name()));
+        return parsed;
     } catch (const nlohmann::json::parse_error& error) {
         const TextPlace place = placeOf(bytes, error.byte > 0 ? error.byte - 1 : 0);
         throw Failure(

@@ -1,13 +1,11 @@
 #include "tool/json_member.h"
 
-#include "tool/failure.h"
-
 namespace tool {
 
 using nlohmann::json;
 
 void failAt(const std::string& place, const std::string& reason) {
-    throw Failure((place.empty() ? "the file" : place) + ": " + reason);
+    throw Failure(place.empty() ? reason : place + ": " + reason);
 }
 
 const json& member(const json& object, const char* name, const std::string& place) {

@@ -1,6 +1,8 @@
 // The members of JSON that people write, with messages that tell where it isn't what it has to be.
 #pragma once
 
+#include "tool/failure.h"
+
 #include <cstdint>
 #include <fmt/format.h>
 #include <limits>
@@ -11,6 +13,16 @@ namespace tool {
 
 // Raises Failure. `place` is a path of names in the file, empty for the whole file.
 [[noreturn]] void failAt(const std::string& place, const std::string& reason);
+
+// Names the file in a Failure about its content.
+template <class Work>
+void readingFrom(const std::string& file, Work&& work) {
+    try {
+        work();
+    } catch (const Failure& failure) {
+        throw Failure(file + ": " + failure.what(), failure.code());
+    }
+}
 
 // A member of an object, of whatever type. Raises Failure if the object hasn't got it.
 const nlohmann::json& member(const nlohmann::json& object, const char* name,

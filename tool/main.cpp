@@ -9,6 +9,7 @@
 #include "tool/registry_commands.h"
 #include "tool/setup_commands.h"
 #include "tool/state_commands.h"
+#include "tool/text.h"
 #include "tool/type_library_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -46,11 +47,25 @@ ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
     // Of a misspelt command CLI11 says only that one is missing.
     const std::vector<std::string> unknown = app.remaining(true);
     tool::printError("tarvo: {}\nRun tarvo --help for more information.\n",
-                     unknown.empty() ? error.what() : "not known here: " + unknown.front());
+                     tool::printableLines(unknown.empty() ? error.what()
+                                                          : "not known here: " + unknown.front()));
     return kWrongUse;
 }
 
+// What isn't text would be stored as something else than was given.
+const std::string* findNoText(const std::vector<std::string>& arguments) {
+    const auto found = std::ranges::find_if(arguments, [](const std::string& argument) {
+        return tool::toUtf8(tool::toUtf16(argument)) != argument;
+    });
+    return found == arguments.end() ? nullptr : &*found;
+}
+
 ExitStatus parseAndRun(std::vector<std::string> arguments) {
+    if (const std::string* argument = findNoText(arguments)) {
+        tool::printError("tarvo: this argument is no UTF-8: {}\n",
+                         tool::printable(tool::toUtf8(tool::toUtf16(*argument))));
+        return kWrongUse;
+    }
     const tool::Progress progress;
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
@@ -78,7 +93,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     } catch (const CLI::ParseError& error) {
         return reportWrongUse(app, error);
     } catch (const tool::Failure& failure) {
-        tool::printError("tarvo: {}\n", describe(failure));
+        tool::printError("tarvo: {}\n", tool::printableLines(describe(failure)));
         return kFailed;
     }
     return options.faultFound || setupOptions.faultFound ? kFailed : kDone;

@@ -134,6 +134,8 @@ class ManifestReader {
             return complain(place, "must be a text without slashes and control characters");
         if (holdsControlCharacter(text) && member.rule != TextRule::any)
             return complain(place, "must not hold control characters");
+        if (!canBeKept(text))
+            return complain(place, "holds a control character that the registry can't keep");
         manifest_.texts.emplace(member.name, text);
     }
 
@@ -179,6 +181,8 @@ class ManifestReader {
             text = wholePath(text);
             if (!TARVO::platform::fileExists(toUtf16(text)))
                 return complain(place, "there is no file " + text);
+            if (std::filesystem::is_directory(std::filesystem::path(toUtf16(text))))
+                return complain(place, text + " is a folder");
         }
         manifest_.locations.emplace(static_cast<std::int32_t>(known - kLocationNames.begin()),
                                     text);

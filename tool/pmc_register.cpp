@@ -72,6 +72,10 @@ void unregisterComponent(const std::string& uuidText, const std::string& locatio
     if (location.empty()) {
         writer.removeComponent(uuid);
     } else {
+        if (!writer.hasValue("/components/pmcs/" + uuidText, location))
+            throw Failure(fmt::format("{} has no location {} in the {} scope", uuidText, location,
+                                      scopeName(allUsers)),
+                          RC_NOT_FOUND);
         const auto known = std::ranges::find(kLocationNames, location);
         writer.removeLocation(uuid, static_cast<std::int32_t>(known - kLocationNames.begin()));
     }

@@ -5,41 +5,50 @@
 #include "tool/output.h"
 #include "tool/text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tool {
+
+namespace {
+
+// What crosses to the library ends with its first null character.
+std::u16string nameToPass(const std::string& name) {
+    if (name.find('\0') != std::string::npos)
+        throw Failure("a name can't hold a null character: " + name);
+    return toUtf16(name);
+}
+
+} // namespace
 
 KeyChange KeyChange::subKey(const std::string& name) const {
     if (name.find_first_of("/\\") != std::string::npos)
         throw Failure("a key's name can't hold a separator: " + name);
     tarvo::Reference<IVaskRegistryKeyWriter> key;
-    require(key_->table->createKey(key_->me, toUtf16(name).c_str(), key.out()),
+    require(key_->table->createKey(key_->me, nameToPass(name).c_str(), key.out()),
             "cannot make the key " + name);
     return KeyChange(std::move(key));
 }
 
-// A registry file has no way of telling the characters below 9.
 void KeyChange::setString(const std::string& name, const std::string& text) const {
-    if (std::ranges::any_of(text, [](char byte) { return byte >= 0 && byte < 9; }))
+    if (!canBeKept(text))
         throw Failure("the text of the value " + name +
                       " holds a control character that the registry can't keep");
-    require(key_->table->setStringValue(key_->me, toUtf16(name).c_str(), toUtf16(text).c_str()),
+    require(key_->table->setStringValue(key_->me, nameToPass(name).c_str(), toUtf16(text).c_str()),
             "cannot set the value " + name);
 }
 
 void KeyChange::setInteger(const std::string& name, std::int32_t number) const {
-    require(key_->table->setIntegerValue(key_->me, toUtf16(name).c_str(), number),
+    require(key_->table->setIntegerValue(key_->me, nameToPass(name).c_str(), number),
             "cannot set the value " + name);
 }
 
 void KeyChange::setUuid(const std::string& name, const TarvoUUID& uuid) const {
-    require(key_->table->setUUIDValue(key_->me, toUtf16(name).c_str(), &uuid),
+    require(key_->table->setUUIDValue(key_->me, nameToPass(name).c_str(), &uuid),
             "cannot set the value " + name);
 }
 
 void KeyChange::setEmpty(const std::string& name) const {
-    require(key_->table->setEmptyValue(key_->me, toUtf16(name).c_str()),
+    require(key_->table->setEmptyValue(key_->me, nameToPass(name).c_str()),
             "cannot set the value " + name);
 }
 

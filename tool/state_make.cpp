@@ -180,7 +180,7 @@ void writeFile(const std::string& path, std::span<const char> bytes) {
 void makeState(const std::string& treeFile, const std::string& payloadFile) {
     const json tree = readJson(treeFile);
     const auto root = TARVOPersistenceNode::make();
-    readTree(tree, *root);
+    readingFrom(treeFile, [&] { readTree(tree, *root); });
     const std::vector<std::uint8_t> payload = encodeStream(*root);
     writeFile(payloadFile, {reinterpret_cast<const char*>(payload.data()), payload.size()});
 }

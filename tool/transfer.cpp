@@ -1,3 +1,4 @@
+#include "core/lower_case.h"
 #include "tarvo/uuid.hpp"
 #include "tool/commands.h"
 #include "tool/json_file.h"
@@ -9,6 +10,8 @@
 #include "tool/tree_text.h"
 
 #include <cstdint>
+#include <fmt/format.h>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -47,6 +50,16 @@ void importValue(const KeyChange& key, const std::string& name, const json& valu
     }
 }
 
+// The registry tells names apart without regard to case, JSON with it.
+void refuseSameNames(const json& members, const std::string& place) {
+    std::map<std::u16string, std::string> names;
+    for (const auto& [name, member] : members.items()) {
+        const auto [same, isNew] = names.emplace(TARVO::lowerCase(toUtf16(name)), name);
+        if (!isNew)
+            failAt(place, fmt::format("\"{}\" and \"{}\" are one name", same->second, name));
+    }
+}
+
 // Keys can stand as deep as the file says, so those that are still to come stand in a list.
 void importKeys(const json& root, KeyChange target) {
     std::vector<PendingKey> pending;
@@ -56,9 +69,13 @@ void importKeys(const json& root, KeyChange target) {
         pending.pop_back();
         if (!next.content->is_object())
             failAt(next.place, "is no object");
-        for (const auto& [name, value] : objectMember(*next.content, "values", next.place).items())
+        const json& values = objectMember(*next.content, "values", next.place);
+        refuseSameNames(values, next.place);
+        for (const auto& [name, value] : values.items())
             importValue(next.key, name, value, next.place + "/" + name);
-        for (const auto& [name, key] : objectMember(*next.content, "keys", next.place).items())
+        const json& keys = objectMember(*next.content, "keys", next.place);
+        refuseSameNames(keys, next.place);
+        for (const auto& [name, key] : keys.items())
             pending.push_back({&key, next.key.subKey(name), next.place + "/" + name});
     }
 }
@@ -75,7 +92,8 @@ void importRegistry(const std::string& file, const std::string& path, Scope scop
     const json content = readJson(file);
     const Library library;
     const ScopeWriter writer(library, scope == Scope::machine);
-    importKeys(content, writer.key(path));
+    KeyChange key = writer.key(path);
+    readingFrom(file, [&] { importKeys(content, std::move(key)); });
     writer.commit();
 }
 

@@ -92,10 +92,13 @@ class RegistryJson {
   public:
     void values(const std::vector<ShownValue>& values) {
         nlohmann::ordered_json object = nlohmann::ordered_json::object();
+        // As the list that it is: by name, each value would be looked for among those before it.
+        auto& members = object.get_ref<nlohmann::ordered_json::object_t&>();
         for (const ShownValue& value : values)
-            object[value.name] = {{"type", typeName(value.type)},
-                                  {"value", content(value)},
-                                  {"scope", scopeName(value.allUsers)}};
+            members.emplace_back(value.name,
+                                 nlohmann::ordered_json{{"type", typeName(value.type)},
+                                                        {"value", content(value)},
+                                                        {"scope", scopeName(value.allUsers)}});
         json_.setValues(object);
     }
     void beginKey(const std::string& name) { json_.beginNode(name); }
