@@ -26,21 +26,38 @@ namespace {
 
 using nlohmann::json;
 
-// Hears what a parser comes upon, and keeps the first name that one object has twice.
-class Repetition {
+// Keeps the first name that one object has twice; of what else a parser comes upon it wants
+// nothing.
+class Repetition : public nlohmann::json_sax<json> {
   public:
-    bool operator()(json::parse_event_t event, const json& parsed) {
-        if (event == json::parse_event_t::object_start)
-            open_.emplace_back();
-        else if (event == json::parse_event_t::object_end)
-            open_.pop_back();
-        else if (event == json::parse_event_t::key && !name_ &&
-                 !open_.back().insert(parsed.get<std::string>()).second)
-            name_ = parsed.get<std::string>();
+    const std::optional<std::string>& name() const { return name_; }
+
+    bool start_object(std::size_t) override {
+        open_.emplace_back();
+        return true;
+    }
+    bool key(string_t& name) override {
+        if (!name_ && !open_.back().insert(name).second)
+            name_ = name;
+        return true;
+    }
+    bool end_object() override {
+        open_.pop_back();
         return true;
     }
 
-    const std::optional<std::string>& name() const { return name_; }
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t) override { return true; }
+    bool number_unsigned(number_unsigned_t) override { return true; }
+    bool number_float(number_float_t, const string_t&) override { return true; }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool start_array(std::size_t) override { return true; }
+    bool end_array() override { return true; }
+    bool parse_error(std::size_t, const std::string&, const json::exception&) override {
+        return false;
+    }
 
   private:
     std::vector<std::set<std::string>> open_; // the names of each object that has begun
@@ -52,10 +69,9 @@ class Repetition {
 json readJson(const std::string& path) {
     const std::string bytes = readFile(path);
     try {
+        json parsed = json::parse(bytes);
         Repetition repetition;
-        json parsed = json::parse(bytes, [&](int, json::parse_event_t event, const json& value) {
-            return repetition(event, value);
-        });
+        json::sax_parse(bytes, &repetition);
         if (repetition.name())
             throw Failure(
                 fmt::format("{}: an object has two members \"{}\"", path, *repetition.name()));
