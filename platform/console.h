@@ -2,13 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace TARVO::platform {
 
-// The arguments that the program was started with, without its own name.
-std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
+// The arguments that the program was started with, without its own name. There is none for one that
+// is malformed in the system's encoding: it couldn't be passed on as it is.
+std::vector<std::optional<std::string>> utf8Arguments(int argc, const char* const* argv);
 
 // From now on bytes written to the standard streams arrive as they are, and a console takes them as
 // UTF-8. A console that others share is as before when the program ends.

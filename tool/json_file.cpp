@@ -2,16 +2,71 @@
 
 #include "platform/file.h"
 #include "registry/registry_file.h"
-#include "tool/failure.h"
 #include "tool/output.h"
 #include "tool/text.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <fmt/format.h>
-#include <optional>
+#include <istream>
 #include <set>
+#include <sstream>
 #include <vector>
 
 namespace tool {
+
+namespace {
+
+using nlohmann::json;
+
+// Reads for nothing but mistakes, and stops at the first: no JSON, or a member that its object has
+// already.
+class JsonExaminer : public nlohmann::json_sax<json> {
+  public:
+    explicit JsonExaminer(std::istream& text) : text_(text) {}
+
+    bool start_object(std::size_t) override {
+        names_.emplace_back();
+        return true;
+    }
+    bool key(std::string& name) override {
+        if (names_.back().insert(name).second)
+            return true;
+        end_ = static_cast<std::size_t>(text_.tellg());
+        reason_ = fmt::format("a member \"{}\" stands in this object already", printable(name));
+        return false;
+    }
+    bool end_object() override {
+        names_.pop_back();
+        return true;
+    }
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(std::int64_t) override { return true; }
+    bool number_unsigned(std::uint64_t) override { return true; }
+    bool number_float(double, const std::string&) override { return true; }
+    bool string(std::string&) override { return true; }
+    bool binary(json::binary_t&) override { return true; }
+    bool start_array(std::size_t) override { return true; }
+    bool end_array() override { return true; }
+    bool parse_error(std::size_t position, const std::string&, const json::exception&) override {
+        end_ = position;
+        reason_ = "no JSON from here on";
+        return false;
+    }
+
+    // The offset of the mistake's last byte.
+    std::size_t offset() const { return end_ > 0 ? end_ - 1 : 0; }
+    const std::string& reason() const { return reason_; }
+
+  private:
+    std::istream& text_;                       // tells how far the parser has come
+    std::vector<std::set<std::string>> names_; // of the objects around that place
+    std::size_t end_ = 0;
+    std::string reason_;
+};
+
+} // namespace
 
 std::string readFile(const std::string& path) {
     Progress::say("Reading " + path);
@@ -22,65 +77,14 @@ std::string readFile(const std::string& path) {
     return std::string(bytes.view());
 }
 
-namespace {
-
-using nlohmann::json;
-
-// Keeps the first name that one object has twice; of what else a parser comes upon it wants
-// nothing.
-class Repetition : public nlohmann::json_sax<json> {
-  public:
-    const std::optional<std::string>& name() const { return name_; }
-
-    bool start_object(std::size_t) override {
-        open_.emplace_back();
-        return true;
-    }
-    bool key(string_t& name) override {
-        if (!name_ && !open_.back().insert(name).second)
-            name_ = name;
-        return true;
-    }
-    bool end_object() override {
-        open_.pop_back();
-        return true;
-    }
-
-    bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool number_integer(number_integer_t) override { return true; }
-    bool number_unsigned(number_unsigned_t) override { return true; }
-    bool number_float(number_float_t, const string_t&) override { return true; }
-    bool string(string_t&) override { return true; }
-    bool binary(binary_t&) override { return true; }
-    bool start_array(std::size_t) override { return true; }
-    bool end_array() override { return true; }
-    bool parse_error(std::size_t, const std::string&, const json::exception&) override {
-        return false;
-    }
-
-  private:
-    std::vector<std::set<std::string>> open_; // the names of each object that has begun
-    std::optional<std::string> name_;
-};
-
-} // namespace
-
 json readJson(const std::string& path) {
     const std::string bytes = readFile(path);
-    try {
-        json parsed = json::parse(bytes);
-        Repetition repetition;
-        json::sax_parse(bytes, &repetition);
-        if (repetition.name())
-            throw Failure(
-                fmt::format("{}: an object has two members \"{}\"", path, *repetition.name()));
-        return parsed;
-    } catch (const nlohmann::json::parse_error& error) {
-        const TextPlace place = placeOf(bytes, error.byte > 0 ? error.byte - 1 : 0);
-        throw Failure(
-            fmt::format("{}:{}:{}: no JSON from here on", path, place.line, place.column));
-    }
+    std::istringstream text(bytes);
+    JsonExaminer examiner(text);
+    if (json::sax_parse(text, &examiner))
+        return json::parse(bytes);
+    const TextPlace place = placeOf(bytes, examiner.offset());
+    throw Failure(fmt::format("{}:{}:{}: {}", path, place.line, place.column, examiner.reason()));
 }
 
 } // namespace tool

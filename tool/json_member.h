@@ -1,37 +1,40 @@
 // The members of JSON that people write, with messages that tell where it isn't what it has to be.
 #pragma once
 
-#include "tool/failure.h"
-
 #include <cstdint>
 #include <fmt/format.h>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
 namespace tool {
 
-// Raises Failure. `place` is a path of names in the file, empty for the whole file.
-[[noreturn]] void failAt(const std::string& place, const std::string& reason);
+// Where something stands in the file. Only a message needs the whole path, so places lead to those
+// around them, which must outlive them; a path for each would take time with the square of the
+// depth.
+class Place {
+  public:
+    Place() = default; // the whole file
+    Place(const Place& around, std::string name) : around_(&around), name_(std::move(name)) {}
 
-// Names the file in a Failure about its content.
-template <class Work>
-void readingFrom(const std::string& file, Work&& work) {
-    try {
-        work();
-    } catch (const Failure& failure) {
-        throw Failure(file + ": " + failure.what(), failure.code());
-    }
-}
+    std::string path() const; // "/a/b", printable; empty for the whole file
+
+  private:
+    const Place* around_ = nullptr;
+    std::string name_;
+};
+
+// Raises Failure.
+[[noreturn]] void failAt(const Place& place, const std::string& reason);
 
 // A member of an object, of whatever type. Raises Failure if the object hasn't got it.
-const nlohmann::json& member(const nlohmann::json& object, const char* name,
-                             const std::string& place);
+const nlohmann::json& member(const nlohmann::json& object, const char* name, const Place& place);
 
 // The same for members that have to be of one type, which the messages name.
 const nlohmann::json& objectMember(const nlohmann::json& object, const char* name,
-                                   const std::string& place);
-std::string textMember(const nlohmann::json& object, const char* name, const std::string& place);
+                                   const Place& place);
+std::string textMember(const nlohmann::json& object, const char* name, const Place& place);
 
 // Whether the value is a whole number that the type, of up to 32 bits, can hold.
 template <class Number>
@@ -43,7 +46,7 @@ bool isWhole(const nlohmann::json& value) {
 }
 
 template <class Number>
-Number integerMember(const nlohmann::json& object, const char* name, const std::string& place) {
+Number integerMember(const nlohmann::json& object, const char* name, const Place& place) {
     const nlohmann::json& value = member(object, name, place);
     if (!isWhole<Number>(value))
         failAt(place,

@@ -9,7 +9,6 @@
 #include "tool/registry_commands.h"
 #include "tool/setup_commands.h"
 #include "tool/state_commands.h"
-#include "tool/text.h"
 #include "tool/type_library_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -17,6 +16,7 @@
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -47,25 +47,11 @@ ExitStatus reportWrongUse(const CLI::App& app, const CLI::ParseError& error) {
     // Of a misspelt command CLI11 says only that one is missing.
     const std::vector<std::string> unknown = app.remaining(true);
     tool::printError("tarvo: {}\nRun tarvo --help for more information.\n",
-                     tool::printableLines(unknown.empty() ? error.what()
-                                                          : "not known here: " + unknown.front()));
+                     unknown.empty() ? error.what() : "not known here: " + unknown.front());
     return kWrongUse;
 }
 
-// What isn't text would be stored as something else than was given.
-const std::string* findNoText(const std::vector<std::string>& arguments) {
-    const auto found = std::ranges::find_if(arguments, [](const std::string& argument) {
-        return tool::toUtf8(tool::toUtf16(argument)) != argument;
-    });
-    return found == arguments.end() ? nullptr : &*found;
-}
-
 ExitStatus parseAndRun(std::vector<std::string> arguments) {
-    if (const std::string* argument = findNoText(arguments)) {
-        tool::printError("tarvo: this argument is no UTF-8: {}\n",
-                         tool::printable(tool::toUtf8(tool::toUtf16(*argument))));
-        return kWrongUse;
-    }
     const tool::Progress progress;
     tool::RegistryOptions options;
     tool::PmcOptions pmcOptions;
@@ -93,10 +79,22 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
     } catch (const CLI::ParseError& error) {
         return reportWrongUse(app, error);
     } catch (const tool::Failure& failure) {
-        tool::printError("tarvo: {}\n", tool::printableLines(describe(failure)));
+        tool::printError("tarvo: {}\n", describe(failure));
         return kFailed;
     }
     return options.faultFound || setupOptions.faultFound ? kFailed : kDone;
+}
+
+ExitStatus run(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    for (const auto& argument : TARVO::platform::utf8Arguments(argc, argv)) {
+        if (!argument) {
+            tool::printError("tarvo: argument {} is malformed text\n", arguments.size() + 1);
+            return kWrongUse;
+        }
+        arguments.push_back(*argument);
+    }
+    return parseAndRun(std::move(arguments));
 }
 
 } // namespace
@@ -104,7 +102,7 @@ ExitStatus parseAndRun(std::vector<std::string> arguments) {
 int main(int argc, char** argv) {
     try {
         TARVO::platform::useUtf8Console();
-        const ExitStatus status = parseAndRun(TARVO::platform::utf8Arguments(argc, argv));
+        const ExitStatus status = run(argc, argv);
         if (std::fflush(stdout) == 0)
             return status;
         std::fputs("tarvo: cannot write the output\n", stderr);

@@ -1,10 +1,14 @@
 #include "tool/manifest.h"
 
+#include "core/link_error.h"
+#include "instantiation/remote_location.h"
 #include "platform/file.h"
+#include "platform/folder.h"
 #include "tarvo/catalogue.h"
 #include "tool/component.h"
 #include "tool/failure.h"
 #include "tool/json_file.h"
+#include "tool/scope_writer.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -52,6 +56,12 @@ bool holdsControlCharacter(std::string_view text) {
                                [](char byte) { return static_cast<unsigned char>(byte) < 0x20; });
 }
 
+bool isRemoteLocation(const std::string& text) try {
+    return TARVO::parseRemoteLocation(toUtf16(text)).port <= 65535;
+} catch (const TARVO::vask_link_error&) {
+    return false;
+}
+
 // Reads member by member and goes on behind a mistake, so that all of them are found at once.
 class ManifestReader {
   public:
@@ -66,6 +76,8 @@ class ManifestReader {
         for (const auto& [name, value] : file_.items())
             if (!isMember(name))
                 complain("/" + name, "no such member; is it spelled right?");
+        if (const json* schema = member("$schema"); schema != nullptr && !schema->is_string())
+            complain("/$schema", "must be a text");
         readUuid();
         readFlags();
         for (const TextMember& member : kTextMembers)
@@ -79,7 +91,7 @@ class ManifestReader {
 
   private:
     void complain(const std::string& place, const std::string& reason) {
-        mistakes_.push_back((place.empty() ? "/" : place) + ": " + reason);
+        mistakes_.push_back((place.empty() ? "/" : printable(place)) + ": " + reason);
     }
 
     // Null if there is no such member.
@@ -134,7 +146,7 @@ class ManifestReader {
             return complain(place, "must be a text without slashes and control characters");
         if (holdsControlCharacter(text) && member.rule != TextRule::any)
             return complain(place, "must not hold control characters");
-        if (!canBeKept(text))
+        if (!isKept(text))
             return complain(place, "holds a control character that the registry can't keep");
         manifest_.texts.emplace(member.name, text);
     }
@@ -179,11 +191,12 @@ class ManifestReader {
             return complain(place, "must not hold control characters");
         if (name.starts_with("Inproc")) {
             text = wholePath(text);
-            if (!TARVO::platform::fileExists(toUtf16(text)))
+            const std::u16string file = toUtf16(text);
+            if (!TARVO::platform::fileExists(file) || TARVO::platform::folderExists(file))
                 return complain(place, "there is no file " + text);
-            if (std::filesystem::is_directory(std::filesystem::path(toUtf16(text))))
-                return complain(place, text + " is a folder");
         }
+        if (name == "Remote" && !isRemoteLocation(text))
+            return complain(place, "must be tarvo://HOST:PORT, with a port up to 65535");
         manifest_.locations.emplace(static_cast<std::int32_t>(known - kLocationNames.begin()),
                                     text);
     }

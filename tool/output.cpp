@@ -3,7 +3,9 @@
 #include "platform/console.h"
 #include "tool/text.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
 
 namespace tool {
 
@@ -52,6 +54,17 @@ void Progress::show(const std::stop_token& stop) {
     }
     if (shown)
         write("");
+}
+
+void writeError(std::string_view text) {
+    std::string shown;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        shown.append(printable(text.substr(start, end - start)));
+        shown.append(text.substr(end, 1));
+        start = end + 1;
+    }
+    fmt::print(stderr, "{}", shown);
 }
 
 } // namespace tool

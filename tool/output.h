@@ -9,6 +9,7 @@
 #include <mutex>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -45,11 +46,14 @@ void printOut(fmt::format_string<Args...> format, Args&&... arguments) {
     fmt::print(format, std::forward<Args>(arguments)...);
 }
 
-// To the standard error.
+// To the standard error, with all control characters shown as their symbols but the ends of lines:
+// messages repeat what users and files say.
+void writeError(std::string_view text);
+
 template <class... Args>
 void printError(fmt::format_string<Args...> format, Args&&... arguments) {
     Progress::end();
-    fmt::print(stderr, format, std::forward<Args>(arguments)...);
+    writeError(fmt::format(format, std::forward<Args>(arguments)...));
 }
 
 } // namespace tool

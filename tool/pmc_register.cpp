@@ -57,7 +57,7 @@ void registerComponent(const std::string& manifestPath, bool allUsers) {
     fillIn(*registrar, manifest);
     require(registrar->table->commit(registrar->me), "cannot register the component");
     writer.commit();
-    printOut("Registered {} {} in the {} scope.\n", manifest.texts.at("name"),
+    printOut("Registered {} {} in the {} scope.\n", printable(manifest.texts.at("name")),
              toUtf8(manifest.uuid.string()), scopeName(allUsers));
 }
 
@@ -72,7 +72,7 @@ void unregisterComponent(const std::string& uuidText, const std::string& locatio
     if (location.empty()) {
         writer.removeComponent(uuid);
     } else {
-        if (!writer.hasValue("/components/pmcs/" + uuidText, location))
+        if (!writer.hasLocation(uuid, location))
             throw Failure(fmt::format("{} has no location {} in the {} scope", uuidText, location,
                                       scopeName(allUsers)),
                           RC_NOT_FOUND);

@@ -5,50 +5,50 @@
 #include "tool/output.h"
 #include "tool/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tool {
 
 namespace {
 
-// What crosses to the library ends with its first null character.
-std::u16string nameToPass(const std::string& name) {
-    if (name.find('\0') != std::string::npos)
-        throw Failure("a name can't hold a null character: " + name);
-    return toUtf16(name);
+std::string keyOf(const tarvo::UUID& component) {
+    return "/components/pmcs/" + toUtf8(component.string());
 }
 
 } // namespace
 
-KeyChange KeyChange::subKey(const std::string& name) const {
-    if (name.find_first_of("/\\") != std::string::npos)
-        throw Failure("a key's name can't hold a separator: " + name);
+bool isKept(std::string_view text) {
+    return std::ranges::none_of(text, [](char byte) { return byte >= 0 && byte < 9; });
+}
+
+KeyChange KeyChange::subKey(const std::string& path) const {
     tarvo::Reference<IVaskRegistryKeyWriter> key;
-    require(key_->table->createKey(key_->me, nameToPass(name).c_str(), key.out()),
-            "cannot make the key " + name);
+    require(key_->table->createKey(key_->me, toUtf16(path).c_str(), key.out()),
+            "cannot make the key " + path);
     return KeyChange(std::move(key));
 }
 
 void KeyChange::setString(const std::string& name, const std::string& text) const {
-    if (!canBeKept(text))
+    if (!isKept(text))
         throw Failure("the text of the value " + name +
                       " holds a control character that the registry can't keep");
-    require(key_->table->setStringValue(key_->me, nameToPass(name).c_str(), toUtf16(text).c_str()),
+    require(key_->table->setStringValue(key_->me, toUtf16(name).c_str(), toUtf16(text).c_str()),
             "cannot set the value " + name);
 }
 
 void KeyChange::setInteger(const std::string& name, std::int32_t number) const {
-    require(key_->table->setIntegerValue(key_->me, nameToPass(name).c_str(), number),
+    require(key_->table->setIntegerValue(key_->me, toUtf16(name).c_str(), number),
             "cannot set the value " + name);
 }
 
 void KeyChange::setUuid(const std::string& name, const TarvoUUID& uuid) const {
-    require(key_->table->setUUIDValue(key_->me, nameToPass(name).c_str(), &uuid),
+    require(key_->table->setUUIDValue(key_->me, toUtf16(name).c_str(), &uuid),
             "cannot set the value " + name);
 }
 
 void KeyChange::setEmpty(const std::string& name) const {
-    require(key_->table->setEmptyValue(key_->me, nameToPass(name).c_str()),
+    require(key_->table->setEmptyValue(key_->me, toUtf16(name).c_str()),
             "cannot set the value " + name);
 }
 
@@ -82,7 +82,11 @@ tarvo::Reference<IVaskPMCRegistrar> ScopeWriter::createRegistrar() const {
 }
 
 bool ScopeWriter::hasComponent(const tarvo::UUID& component) const {
-    return hasKey("/components/pmcs/" + toUtf8(component.string()));
+    return hasKey(keyOf(component));
+}
+
+bool ScopeWriter::hasLocation(const tarvo::UUID& component, const std::string& location) const {
+    return hasValue(keyOf(component), location);
 }
 
 void ScopeWriter::removeComponent(const tarvo::UUID& component) const {

@@ -11,15 +11,19 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tool {
+
+// Whether a registry file can keep a text: it has no way of telling the characters below 9.
+bool isKept(std::string_view text);
 
 // A key to change.
 class KeyChange {
   public:
     explicit KeyChange(tarvo::Reference<IVaskRegistryKeyWriter> key) : key_(std::move(key)) {}
 
-    KeyChange subKey(const std::string& name) const; // made if it isn't there
+    KeyChange subKey(const std::string& path) const; // made if it isn't there
     void setString(const std::string& name, const std::string& text) const;
     void setInteger(const std::string& name, std::int32_t number) const;
     void setUuid(const std::string& name, const TarvoUUID& uuid) const;
@@ -43,6 +47,7 @@ class ScopeWriter {
     // A component's registration: made through a registrar, told of, and removed whole.
     tarvo::Reference<IVaskPMCRegistrar> createRegistrar() const;
     bool hasComponent(const tarvo::UUID& component) const;
+    bool hasLocation(const tarvo::UUID& component, const std::string& location) const;
     void removeComponent(const tarvo::UUID& component) const;
 
     // Removes a location of a component; with the last one it goes as a whole.

@@ -44,10 +44,10 @@ bool verifyRegistryFile(const std::string& path) {
     if (!file.isThere)
         throw Failure("cannot read " + path, RC_NOT_FOUND);
     if (file.fault) {
-        printOut("{}\n", describeFault(filePath, *file.fault));
+        printOut("{}\n", printable(describeFault(filePath, *file.fault)));
         return false;
     }
-    printOut("{}: {}\n", path, describeContent(file));
+    printOut("{}: {}\n", printable(path), describeContent(file));
     return !file.isCutOff;
 }
 

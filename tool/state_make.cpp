@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <fmt/format.h>
 #include <limits>
 #include <span>
@@ -24,7 +25,7 @@ using TARVO::TARVOPersistenceValue;
 using TARVO::VaskValueImpl;
 
 // Each reads a value of one type into its place.
-void read(const json& value, double& real, const std::string& place) {
+void read(const json& value, double& real, const Place& place) {
     using Limits = std::numeric_limits<double>;
     if (value.is_number())
         real = value.get<double>();
@@ -40,7 +41,7 @@ void read(const json& value, double& real, const std::string& place) {
 
 template <class Number>
 requires std::is_integral_v<Number>
-void read(const json& value, Number& number, const std::string& place) {
+void read(const json& value, Number& number, const Place& place) {
     if (!isWhole<Number>(value))
         failAt(place,
                fmt::format("is no whole number from {} to {}", std::numeric_limits<Number>::min(),
@@ -48,20 +49,20 @@ void read(const json& value, Number& number, const std::string& place) {
     number = value.get<Number>();
 }
 
-void readBoolean(const json& value, std::uint32_t& boolean, const std::string& place) {
+void readBoolean(const json& value, std::uint32_t& boolean, const Place& place) {
     if (value.is_boolean())
         boolean = value.get<bool>() ? 1 : 0;
     else
         read(value, boolean, place);
 }
 
-void read(const json& value, tarvo::String& string, const std::string& place) {
+void read(const json& value, tarvo::String& string, const Place& place) {
     if (!value.is_string())
         failAt(place, "is no text");
     string.text() = toUtf16(value.get<std::string>());
 }
 
-void read(const json& value, VaskValueImpl& target, const std::string& place) {
+void read(const json& value, VaskValueImpl& target, const Place& place) {
     if (!value.is_object())
         failAt(place, "is no object");
     const auto tag = TARVO::tagOfText(toUtf16(textMember(value, "type", place)));
@@ -104,8 +105,8 @@ constexpr bool isBoolean(std::size_t kind) {
 }
 
 template <std::size_t Kind>
-void readInto(TARVOPersistenceValue& target, const json& value, const std::string& place) {
-    const auto readOne = [](const json& from, auto& to, const std::string& where) {
+void readInto(TARVOPersistenceValue& target, const json& value, const Place& place) {
+    const auto readOne = [](const json& from, auto& to, const Place& where) {
         if constexpr (isBoolean(Kind))
             readBoolean(from, to, where);
         else
@@ -117,7 +118,7 @@ void readInto(TARVOPersistenceValue& target, const json& value, const std::strin
             failAt(place, "is no array");
         resize(content, value.size());
         for (std::size_t i = 0; i < value.size(); ++i)
-            readOne(value[i], content.elements()[i], place + "/" + std::to_string(i));
+            readOne(value[i], content.elements()[i], Place(place, std::to_string(i)));
     } else {
         readOne(value, content, place);
     }
@@ -126,12 +127,12 @@ void readInto(TARVOPersistenceValue& target, const json& value, const std::strin
 // The functions of all kinds, each in the place of its kind.
 template <std::size_t... Kinds>
 void readKind(std::index_sequence<Kinds...>, std::uint32_t kind, TARVOPersistenceValue& target,
-              const json& value, const std::string& place) {
+              const json& value, const Place& place) {
     static constexpr decltype(&readInto<0>) kFunctions[] = {&readInto<Kinds>...};
     kFunctions[kind](target, value, place);
 }
 
-void readValue(TARVOPersistenceValue& target, const json& value, const std::string& place) {
+void readValue(TARVOPersistenceValue& target, const json& value, const Place& place) {
     if (!value.is_object())
         failAt(place, "is no object");
     const auto kind = TARVO::kindOfText(toUtf16(textMember(value, "type", place)));
@@ -146,22 +147,24 @@ void readTree(const json& root, TARVOPersistenceNode& target) {
     struct PendingNode {
         const json* content;
         TARVOPersistenceNode* target;
-        std::string place;
+        const Place* place;
         std::size_t level;
     };
-    std::vector<PendingNode> pending{{&root, &target, "", 0}};
+    std::deque<Place> places(1);
+    std::vector<PendingNode> pending{{&root, &target, &places.front(), 0}};
     while (!pending.empty()) {
-        const PendingNode next = std::move(pending.back());
+        const PendingNode next = pending.back();
+        const Place& place = *next.place;
         pending.pop_back();
         if (!next.content->is_object())
-            failAt(next.place, "is no object");
+            failAt(place, "is no object");
         if (next.level > TARVO::kMostLevels)
-            failAt(next.place, "is more than 1,000 levels deep, which TARVO doesn't read");
-        for (const auto& [name, value] : objectMember(*next.content, "values", next.place).items())
-            readValue(next.target->addValue(toUtf16(name)), value, next.place + "/" + name);
-        for (const auto& [name, node] : objectMember(*next.content, "nodes", next.place).items())
-            pending.push_back({&node, &next.target->addNode(toUtf16(name)), next.place + "/" + name,
-                               next.level + 1});
+            failAt(place, "is more than 1,000 levels deep, which TARVO doesn't read");
+        for (const auto& [name, value] : objectMember(*next.content, "values", place).items())
+            readValue(next.target->addValue(toUtf16(name)), value, Place(place, name));
+        for (const auto& [name, node] : objectMember(*next.content, "nodes", place).items())
+            pending.push_back({&node, &next.target->addNode(toUtf16(name)),
+                               &places.emplace_back(place, name), next.level + 1});
     }
 }
 
@@ -180,7 +183,7 @@ void writeFile(const std::string& path, std::span<const char> bytes) {
 void makeState(const std::string& treeFile, const std::string& payloadFile) {
     const json tree = readJson(treeFile);
     const auto root = TARVOPersistenceNode::make();
-    readingFrom(treeFile, [&] { readTree(tree, *root); });
+    tellFile(treeFile, [&] { readTree(tree, *root); });
     const std::vector<std::uint8_t> payload = encodeStream(*root);
     writeFile(payloadFile, {reinterpret_cast<const char*>(payload.data()), payload.size()});
 }

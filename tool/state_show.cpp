@@ -128,11 +128,12 @@ class StateText {
 class StateJson {
   public:
     void values(const NodeValues& values, std::size_t) {
-        ordered_json object = ordered_json::object();
+        ordered_json::object_t object;
         for (const auto& [name, value] : values)
-            object[toUtf8(name)] = {{"type", toUtf8(TARVO::textOfKind(value->type()))},
-                                    {"value", contentOf(*value)}};
-        json_.setValues(object);
+            object.emplace_back(toUtf8(name),
+                                ordered_json{{"type", toUtf8(TARVO::textOfKind(value->type()))},
+                                             {"value", contentOf(*value)}});
+        json_.setValues(std::move(object));
     }
     void beginNode(std::u16string_view name) { json_.beginNode(toUtf8(name)); }
     void endNode() { json_.endNode(); }

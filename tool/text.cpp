@@ -59,19 +59,6 @@ std::string printable(std::string_view text) {
     return shown;
 }
 
-std::string printableLines(std::string_view text) {
-    std::string shown;
-    for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-        shown.append(printable(text.substr(0, end))).push_back('\n');
-        text.remove_prefix(end + 1);
-    }
-    return shown.append(printable(text));
-}
-
-bool canBeKept(std::string_view text) {
-    return std::ranges::none_of(text, [](char byte) { return byte >= 0 && byte < 9; });
-}
-
 std::string fitted(std::string_view text, std::size_t columns) {
     if (fits(text, columns))
         return std::string(text);

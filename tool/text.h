@@ -38,12 +38,6 @@ std::string systemText(std::u16string_view text);
 // terminal or look like several lines.
 std::string printable(std::string_view text);
 
-// The same for a text of several lines, whose ends stay.
-std::string printableLines(std::string_view text);
-
-// Whether a registry file has a way of telling the text: it has none for the characters below 9.
-bool canBeKept(std::string_view text);
-
 // The first part of a text that fits into so many columns of the terminal, with an ellipsis where
 // something is left out.
 std::string fitted(std::string_view text, std::size_t columns);

@@ -1,4 +1,3 @@
-#include "core/lower_case.h"
 #include "tarvo/uuid.hpp"
 #include "tool/commands.h"
 #include "tool/json_file.h"
@@ -10,9 +9,10 @@
 #include "tool/tree_text.h"
 
 #include <cstdint>
-#include <fmt/format.h>
-#include <map>
+#include <deque>
 #include <nlohmann/json.hpp>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,16 +26,40 @@ using nlohmann::json;
 struct PendingKey {
     const json* content;
     KeyChange key;
-    std::string place; // in the file, for error messages
+    const Place* place;
 };
 
+// Both would be taken for something else: what is behind a null character is cut off, and a
+// separator makes two names. All other names that can't be are refused by the library.
+void checkName(const std::string& name, const Place& place) {
+    constexpr std::string_view kMistakable("\0/\\", 3);
+    if (name.find_first_of(kMistakable) != std::string::npos)
+        failAt(place, "the name holds a null character or a separator");
+}
+
+// The members of an object whose names are those of keys or values, without regard to case.
+const json& namedMembers(const json& object, const char* name, const Place& place) {
+    const json& members = objectMember(object, name, place);
+    std::set<std::string> names;
+    for (const auto& member : members.items()) {
+        checkName(member.key(), Place(place, member.key()));
+        if (!names.insert(lowered(member.key())).second)
+            failAt(Place(place, member.key()),
+                   fmt::format("\"{}\" has this name twice, in letters of another case", name));
+    }
+    return members;
+}
+
 void importValue(const KeyChange& key, const std::string& name, const json& value,
-                 const std::string& place) {
+                 const Place& place) {
     if (!value.is_object())
         failAt(place, "is no object");
     const std::string type = textMember(value, "type", place);
     if (type == "string") {
-        key.setString(name, textMember(value, "value", place));
+        const std::string text = textMember(value, "value", place);
+        if (!isKept(text))
+            failAt(place, "\"value\" holds a control character that the registry can't keep");
+        key.setString(name, text);
     } else if (type == "integer") {
         key.setInteger(name, integerMember<std::int32_t>(value, "value", place));
     } else if (type == "uuid") {
@@ -50,33 +74,21 @@ void importValue(const KeyChange& key, const std::string& name, const json& valu
     }
 }
 
-// The registry tells names apart without regard to case, JSON with it.
-void refuseSameNames(const json& members, const std::string& place) {
-    std::map<std::u16string, std::string> names;
-    for (const auto& [name, member] : members.items()) {
-        const auto [same, isNew] = names.emplace(TARVO::lowerCase(toUtf16(name)), name);
-        if (!isNew)
-            failAt(place, fmt::format("\"{}\" and \"{}\" are one name", same->second, name));
-    }
-}
-
 // Keys can stand as deep as the file says, so those that are still to come stand in a list.
 void importKeys(const json& root, KeyChange target) {
     std::vector<PendingKey> pending;
-    pending.push_back({&root, std::move(target), ""});
+    std::deque<Place> places(1);
+    pending.push_back({&root, std::move(target), &places.front()});
     while (!pending.empty()) {
         const PendingKey next = std::move(pending.back());
+        const Place& place = *next.place;
         pending.pop_back();
         if (!next.content->is_object())
-            failAt(next.place, "is no object");
-        const json& values = objectMember(*next.content, "values", next.place);
-        refuseSameNames(values, next.place);
-        for (const auto& [name, value] : values.items())
-            importValue(next.key, name, value, next.place + "/" + name);
-        const json& keys = objectMember(*next.content, "keys", next.place);
-        refuseSameNames(keys, next.place);
-        for (const auto& [name, key] : keys.items())
-            pending.push_back({&key, next.key.subKey(name), next.place + "/" + name});
+            failAt(place, "is no object");
+        for (const auto& [name, value] : namedMembers(*next.content, "values", place).items())
+            importValue(next.key, name, value, Place(place, name));
+        for (const auto& [name, key] : namedMembers(*next.content, "keys", place).items())
+            pending.push_back({&key, next.key.subKey(name), &places.emplace_back(place, name)});
     }
 }
 
@@ -92,8 +104,8 @@ void importRegistry(const std::string& file, const std::string& path, Scope scop
     const json content = readJson(file);
     const Library library;
     const ScopeWriter writer(library, scope == Scope::machine);
-    KeyChange key = writer.key(path);
-    readingFrom(file, [&] { importKeys(content, std::move(key)); });
+    const KeyChange target = writer.key(path);
+    tellFile(file, [&] { importKeys(content, target); });
     writer.commit();
 }
 

@@ -46,8 +46,9 @@ void TreeLines::beginNode(std::string_view name) {
     ++depth_;
 }
 
-void TreeJson::setValues(const nlohmann::ordered_json& values) {
-    text_.append(R"({"values":)").append(values.dump()).append(",\"");
+void TreeJson::setValues(nlohmann::ordered_json::object_t values) {
+    const nlohmann::ordered_json object(std::move(values));
+    text_.append(R"({"values":)").append(object.dump()).append(",\"");
     text_.append(nodesName_).append("\":{");
     isFirst_ = true;
 }

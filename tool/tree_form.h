@@ -37,8 +37,9 @@ class TreeJson {
   public:
     explicit TreeJson(std::string_view nodesName) : nodesName_(nodesName) {}
 
-    // Comes for every node first, for the root without a `beginNode`.
-    void setValues(const nlohmann::ordered_json& values);
+    // Comes for every node first, for the root without a `beginNode`. The members' names differ, so
+    // callers append them: a look-up in such an object goes through all that it has.
+    void setValues(nlohmann::ordered_json::object_t values);
     void beginNode(const std::string& name);
     void endNode();
 

@@ -15,6 +15,7 @@ namespace tool {
 
 namespace {
 
+using nlohmann::ordered_json;
 using TARVO::RegistryValueType;
 
 const char* typeName(RegistryValueType type) {
@@ -91,15 +92,12 @@ class RegistryText {
 class RegistryJson {
   public:
     void values(const std::vector<ShownValue>& values) {
-        nlohmann::ordered_json object = nlohmann::ordered_json::object();
-        // As the list that it is: by name, each value would be looked for among those before it.
-        auto& members = object.get_ref<nlohmann::ordered_json::object_t&>();
+        ordered_json::object_t object;
         for (const ShownValue& value : values)
-            members.emplace_back(value.name,
-                                 nlohmann::ordered_json{{"type", typeName(value.type)},
-                                                        {"value", content(value)},
-                                                        {"scope", scopeName(value.allUsers)}});
-        json_.setValues(object);
+            object.emplace_back(value.name, ordered_json{{"type", typeName(value.type)},
+                                                         {"value", content(value)},
+                                                         {"scope", scopeName(value.allUsers)}});
+        json_.setValues(std::move(object));
     }
     void beginKey(const std::string& name) { json_.beginNode(name); }
     void endKey() { json_.endNode(); }

@@ -66,9 +66,9 @@ void removeTypeLibraryLocation(const std::string& uuidText, const std::string& l
     const tarvo::UUID uuid = uuidArgument(uuidText);
     const Library library;
     const ScopeWriter writer = writerFor(library, uuid, allUsers);
-    if (!writer.hasValue("/types/libraries/" + toUtf8(uuid.string()), location))
-        throw Failure(fmt::format("{} has no location {} in the {} scope", uuidText, location,
-                                  scopeName(allUsers)),
+    if (!hasLocationIn(writer, uuid, location))
+        throw Failure(fmt::format("{} has no location {} in the {} scope", toUtf8(uuid.string()),
+                                  location, scopeName(allUsers)),
                       RC_NOT_FOUND);
     require(
         writer.get().table->removeLibraryLocation(writer.get().me, &uuid, locationNumber(location)),

@@ -80,6 +80,11 @@ bool isRegisteredIn(const ScopeWriter& writer, const tarvo::UUID& uuid) {
     return writer.hasKey(keyOf(uuid));
 }
 
+bool hasLocationIn(const ScopeWriter& writer, const tarvo::UUID& uuid,
+                   const std::string& location) {
+    return writer.hasValue(keyOf(uuid), location);
+}
+
 bool unregisterFrom(const Library& library, const tarvo::UUID& uuid, bool allUsers) {
     const ScopeWriter writer(library, allUsers);
     if (!isRegisteredIn(writer, uuid))

@@ -16,6 +16,7 @@ void registerIn(const Library& library, const Definition& definition, bool allUs
 bool isOutdated(const Library& library, const Definition& definition, bool allUsers);
 
 bool isRegisteredIn(const ScopeWriter& writer, const tarvo::UUID& uuid);
+bool hasLocationIn(const ScopeWriter& writer, const tarvo::UUID& uuid, const std::string& location);
 
 // Removes a library and its items. False if it isn't registered in the scope.
 bool unregisterFrom(const Library& library, const tarvo::UUID& uuid, bool allUsers);

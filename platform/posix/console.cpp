@@ -1,13 +1,24 @@
 #include "platform/console.h"
 
+#include "platform/text.h"
+
 #include <sys/ioctl.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
 namespace TARVO::platform {
 
-std::vector<std::string> utf8Arguments(int argc, const char* const* argv) {
-    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+std::vector<std::optional<std::string>> utf8Arguments(int argc, const char* const* argv) {
+    std::vector<std::optional<std::string>> arguments;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view text = argv[i];
+        std::u16string decoded;
+        appendUtf16(text, decoded);
+        std::string argument;
+        appendUtf8(decoded, argument);
+        arguments.push_back(argument == text ? std::optional(argument) : std::nullopt);
+    }
+    return arguments;
 }
 
 void useUtf8Console() {

@@ -27,14 +27,17 @@ Function* ntFunction(const char* name) {
 } // namespace
 
 // The arguments as the language's library hands them over have lost what the code page can't hold.
-std::vector<std::string> utf8Arguments(int, const char* const*) {
+std::vector<std::optional<std::string>> utf8Arguments(int, const char* const*) {
     int count = 0;
     const std::unique_ptr<wchar_t*, FreeLocal> texts{CommandLineToArgvW(GetCommandLineW(), &count)};
-    std::vector<std::string> arguments;
+    std::vector<std::optional<std::string>> arguments;
     for (int i = 1; texts && i < count; ++i) {
-        const std::wstring_view text = texts.get()[i];
-        appendUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()},
-                   arguments.emplace_back());
+        const std::u16string_view text = reinterpret_cast<const char16_t*>(texts.get()[i]);
+        std::string argument;
+        appendUtf8(text, argument);
+        std::u16string decoded;
+        appendUtf16(argument, decoded);
+        arguments.push_back(decoded == text ? std::optional(argument) : std::nullopt);
     }
     return arguments;
 }
