@@ -223,9 +223,9 @@ class StateReader {
     }
 
     StateReader node(StateName name) const {
-        Reference<IVaskPersistReader> reader;
-        call(&Table::GetNode, "GetNode", name.pair(), reader.out());
-        return StateReader(std::move(reader));
+        IVaskPersistReader* child = nullptr; // what a failing reader leaves here is no reference
+        call(&Table::GetNode, "GetNode", name.pair(), &child);
+        return StateReader(Reference<IVaskPersistReader>::adopt(child));
     }
 
     std::vector<std::u16string> valueNames() const {
